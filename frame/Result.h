@@ -1,0 +1,51 @@
+// Result codes, the failure test, and the checks that throw a code with its message.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <string>
+#include <string_view>
+
+#include "frame/CException.h"
+
+/// Every failure that the module makes is odd, because all callers test bit 0. Any other odd value
+/// is the result word of an event procedure in the camera, or a code of the camera link.
+enum RESULT : std::int32_t {
+    RESULT_SUCCESS = 0,
+    RESULT_SYSTEM_ERROR = 1,           ///< a file or platform call failed
+    RESULT_INVALID_PARAMETER = 3,      ///< null pointer, or a value out of range
+    RESULT_OUT_OF_MEMORY = 5,          ///< a working buffer could not be allocated
+    RESULT_RUNTIME_ERROR = 7,          ///< a string routine, or the opening of a file, failed
+    RESULT_NOT_FOUND = 25,             ///< the name is not in the property catalogue
+    RESULT_UNEXPECTED_EXCEPTION = 33,  ///< something other than a CException pointer was thrown
+    RESULT_INVALID_CAMERA_VALUE = 35,  ///< the camera gave a value that can't be accepted
+};
+
+/// The failure test: an even word, zero or not, is success.
+constexpr bool IsFailure(std::int32_t result) {
+    return (result & 1) != 0;
+}
+
+/// Throws a CException with this message and code.
+[[noreturn]] void Fail(std::string_view message, std::int32_t code);
+
+/// Throws code 3 with "[VALU] " and `name` if the pointer is null.
+void CheckPointer(const void* pointer, std::string_view name);
+
+/// Throws an event's result word with "[EVNT] " and `name` if the word is a failure.
+void CheckEvent(std::int32_t result, std::string_view name);
+
+/// Throws a nested operation's result with "[FUNC] " and its log name if the result is a failure.
+void CheckNested(std::int32_t result, std::string_view logName);
+
+/// A working buffer of `count` elements, all zero; throws code 5 with "[VALU] " and `name` if
+/// there is no memory for it.
+template <class Element>
+std::unique_ptr<Element[]> AllocateBuffer(std::size_t count, std::string_view name) {
+    std::unique_ptr<Element[]> buffer(new (std::nothrow) Element[count]());
+    if (buffer == nullptr) {
+        Fail(std::string("[VALU] ").append(name), RESULT_OUT_OF_MEMORY);
+    }
+    return buffer;
+}

@@ -1,0 +1,24 @@
+// How the host ends, and what carries a failure to that end.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+/// The program's exit codes. Whatever else happened, a program that Ctrl-C ended says so.
+enum EXIT_CODE : int {
+    EXIT_OK = 0,
+    EXIT_HOST_ERROR = 1,        ///< the host itself failed, such as for want of memory
+    EXIT_WRONG_USE = 2,         ///< wrong options, names or values, also those in a file
+    EXIT_NO_MODULE = 3,         ///< the module can't be loaded or does not register
+    EXIT_OPERATION_FAILED = 4,  ///< an operation's result is a failure that nobody expected
+    EXIT_UNEXPECTED = 5,        ///< a result or a value is not the one that was expected
+    EXIT_INTERRUPTED = 130,     ///< Ctrl-C
+};
+
+/// Ends a command with its text on standard error and the exit code.
+class HostError : public std::runtime_error {
+  public:
+    HostError(EXIT_CODE exit, const std::string& text) : std::runtime_error(text), exitCode(exit) {}
+
+    EXIT_CODE exitCode;
+};

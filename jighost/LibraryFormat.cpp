@@ -1,0 +1,67 @@
+#include "jighost/LibraryFormat.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <fstream>
+
+static const std::size_t HOST_BITS = 8 * sizeof(void*);
+
+static const std::size_t ELF_CLASS = 4;           // 1 for 32 bits, 2 for 64
+static const std::size_t PE_HEADER_PLACE = 0x3C;  // 4 bytes, where the header lies
+static const std::size_t PE_MACHINE = 4;          // 2 bytes, behind the start of the header
+static const std::uint32_t PE_I386 = 0x14C;
+static const std::uint32_t PE_AMD64 = 0x8664;
+
+/// At most `size` bytes from `offset` on; fewer at the end of the file.
+static std::string ReadAt(std::ifstream& file, std::size_t offset, std::size_t size) {
+    std::string bytes(size, '\0');
+    file.clear();
+    file.seekg(static_cast<std::streamoff>(offset));
+    file.read(bytes.data(), static_cast<std::streamsize>(size));
+    bytes.resize(static_cast<std::size_t>(file.gcount()));
+    return bytes;
+}
+
+/// A number whose lowest byte comes first.
+static std::uint32_t Number(const std::string& bytes) {
+    std::uint32_t number = 0;
+    for (std::size_t i = bytes.size(); i-- > 0;) {
+        number = number << 8 | static_cast<std::uint8_t>(bytes[i]);
+    }
+    return number;
+}
+
+static std::string BitsText(std::size_t bits) {
+    return std::to_string(bits) + "-bit ";
+}
+
+static LIBRARY_FORMAT ElfFormat(char elfClass) {
+    const std::size_t bits = elfClass == 1 ? 32 : 64;
+    std::string text = BitsText(bits) + "ELF library";
+    if (bits != HOST_BITS) {
+        text += ", but this host is a " + BitsText(HOST_BITS) + "program";
+    }
+    return {text, bits == HOST_BITS};
+}
+
+static LIBRARY_FORMAT PeFormat(std::ifstream& file) {
+    const std::size_t header = Number(ReadAt(file, PE_HEADER_PLACE, 4));
+    if (ReadAt(file, header, PE_MACHINE) != std::string("PE\0\0", 4)) {
+        return {"an old program, no library", false};
+    }
+    const std::uint32_t machine = Number(ReadAt(file, header + PE_MACHINE, 2));
+    const std::string bits = machine == PE_I386    ? BitsText(32)
+                             : machine == PE_AMD64 ? BitsText(64)
+                                                   : "";
+    return {bits + "Windows library, but this host is no Windows program", false};
+}
+
+LIBRARY_FORMAT ReadLibraryFormat(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    const std::string start = ReadAt(file, 0, ELF_CLASS + 1);
+    if (start.size() > ELF_CLASS && start.starts_with("\177ELF")) {
+        return ElfFormat(start[ELF_CLASS]);
+    }
+    return start.starts_with("MZ") ? PeFormat(file)
+                                   : LIBRARY_FORMAT{"neither an ELF nor a Windows library", false};
+}

@@ -1,0 +1,70 @@
+// Records of operations for people: their layout, and their bytes built from and shown as fields.
+#pragma once
+
+#include <cstdint>
+#include <ostream>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+enum class FIELD_KIND {
+    UNSIGNED,  ///< 32 bits, decimal
+    SIGNED,    ///< 32 bits, decimal
+    HEX,       ///< unsigned 32 bits, shown in hexadecimal
+    DOUBLE,    ///< 64-bit floating point
+    TEXT,      ///< characters; what they leave of the width is zero
+    BYTES,     ///< hexadecimal digits, two for each byte; what they leave of the width is zero
+};
+
+/// Numbers are in the host's byte order.
+struct FIELD {
+    const char* name;
+    std::uint32_t offset;
+    std::uint32_t width;  ///< bytes of one element
+    FIELD_KIND kind;
+    const char* meaning;      ///< unit, range or whatever a person must know
+    std::uint32_t count = 1;  ///< elements; with more than one, `name[index]` is one of them
+};
+
+struct RECORD {
+    const char* name;
+    std::uint32_t size;  ///< bytes
+    std::span<const FIELD> fields;
+    bool bAnyLength = false;  ///< the caller may give fewer bytes than `size`
+};
+
+using RecordBytes = std::vector<std::uint8_t>;
+
+/// Zero bytes for a record. There are more than it needs: a few operations read or write by a
+/// length that the record does not tell, such as that of an INI file.
+RecordBytes NewRecord(const RECORD& record);
+
+// Both throw EXIT_WRONG_USE with one line that names the operation, the field and what was
+// expected.
+
+/// Sets one field from text: decimal or 0x numbers, characters, or hexadecimal bytes.
+void SetField(
+    std::string_view operation, const RECORD& record, RecordBytes& bytes, std::string_view field,
+    std::string_view value);
+/// Sets the whole record from hexadecimal digits, two for each byte, blanks allowed.
+void SetHex(
+    std::string_view operation, const RECORD& record, RecordBytes& bytes, std::string_view hex);
+
+/// Writes one line for each field.
+void ShowRecord(std::ostream& out, const RECORD& record, const RecordBytes& bytes);
+
+// `field` is one that SetField has accepted.
+
+/// Whether the field has the same bytes in two records of one form.
+bool IsSameField(
+    const RECORD& record, const RecordBytes& left, const RecordBytes& right,
+    std::string_view field);
+/// The field's value, as ShowRecord writes it.
+std::string FieldText(const RECORD& record, const RecordBytes& bytes, std::string_view field);
+
+/// A text without the zeros behind it; other characters than printable ASCII as \xNN.
+std::string PlainText(std::span<const std::uint8_t> bytes);
+
+/// The names of all fields, such as "Data[0..127], Address, Count".
+std::string FieldNames(const RECORD& record);

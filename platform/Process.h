@@ -1,0 +1,33 @@
+// A second process, for tests that need one: its standard input and output are the caller's.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+class Process {
+  public:
+    /// Starts a program. It inherits the current directory, the environment and standard error, and
+    /// nothing else. Throws std::runtime_error if it can't be started.
+    Process(const std::string& program, const std::vector<std::string>& arguments);
+    Process(const Process&) = delete;
+    Process& operator=(const Process&) = delete;
+    ~Process();  ///< kills the process if it still runs
+
+    /// Writes a line to its input; a process that is gone does not read it.
+    void WriteLine(const std::string& line);
+    /// Ends its input.
+    void CloseInput();
+    /// The next line of its output without its end; nothing at the end of the output.
+    std::optional<std::string> ReadLine();
+
+    /// Ends the process at once, wherever it stands, and waits for its end.
+    void Kill();
+    /// Waits for the process and gives its exit code; -1 if it was killed.
+    int Wait();
+
+  private:
+    struct STATE;
+    std::unique_ptr<STATE> m_pState;
+};

@@ -1,0 +1,139 @@
+// Holds a shared block and its mutex as another program would. It takes one command a line from its
+// standard input and answers each with one line:
+//
+//     open NAME SIZE   the block SHARED_NAME_<NAME> with its mutex: "created" or "existing"
+//     read             the block's bytes, such as "b5 0d"
+//     write BYTES      the same form, from the block's first byte on: "done"
+//     lock, unlock     the mutex: "locked", also if its last owner died, "unlocked"
+//     close            lets go of both: "closed"
+//     churn NAME SIZE  "churning"; then, until it is killed: opens, locks, fills the block with one
+//                      letter, the next one each time, unlocks, closes
+//     quit             ends; so does the end of the input
+//
+// What goes wrong is answered with "failed" and the system's error number.
+#include <algorithm>
+#include <iomanip>
+#include <iostream>
+#include <sstream>
+#include <string>
+
+#include "platform/Platform.h"
+
+namespace {
+
+struct HELD {
+    HANDLE hBlock = nullptr;
+    HANDLE hMutex = nullptr;
+    unsigned char* pView = nullptr;
+    std::size_t size = 0;
+};
+
+std::string Failed() {
+    return "failed " + std::to_string(GetLastError());
+}
+
+std::string Open(HELD& held, std::istream& arguments) {
+    std::string name;
+    arguments >> name >> held.size;
+    held.hBlock = CreateFileMappingA(
+        INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, static_cast<DWORD>(held.size),
+        ("SHARED_NAME_" + name).c_str());
+    const bool bExisting = GetLastError() == ERROR_ALREADY_EXISTS;
+    if (held.hBlock == nullptr) {
+        return Failed();
+    }
+    held.pView =
+        static_cast<unsigned char*>(MapViewOfFile(held.hBlock, FILE_MAP_ALL_ACCESS, 0, 0, 0));
+    held.hMutex = CreateMutexA(nullptr, FALSE, ("MUTEX_NAME_" + name).c_str());
+    if (held.pView == nullptr || held.hMutex == nullptr) {
+        return Failed();
+    }
+    return bExisting ? "existing" : "created";
+}
+
+std::string Read(const HELD& held) {
+    std::ostringstream text;
+    text << std::hex << std::setfill('0');
+    for (std::size_t i = 0; i < held.size; ++i) {
+        text << (i == 0 ? "" : " ") << std::setw(2) << unsigned{held.pView[i]};
+    }
+    return text.str();
+}
+
+std::string Write(const HELD& held, std::istream& arguments) {
+    unsigned byte = 0;
+    for (std::size_t i = 0; i < held.size && arguments >> std::hex >> byte; ++i) {
+        held.pView[i] = static_cast<unsigned char>(byte);
+    }
+    return "done";
+}
+
+std::string Lock(const HELD& held) {
+    return WaitForSingleObject(held.hMutex, INFINITE) != WAIT_FAILED ? "locked" : Failed();
+}
+
+std::string Unlock(const HELD& held) {
+    return ReleaseMutex(held.hMutex) != FALSE ? "unlocked" : Failed();
+}
+
+std::string Close(HELD& held) {
+    UnmapViewOfFile(held.pView);
+    CloseHandle(held.hBlock);
+    CloseHandle(held.hMutex);
+    held = {};
+    return "closed";
+}
+
+[[noreturn]] void Churn(std::istream& arguments) {
+    std::string name;
+    std::size_t size = 0;
+    arguments >> name >> size;
+    std::cout << "churning" << std::endl;
+    for (unsigned round = 0;; ++round) {
+        HELD held;
+        std::istringstream again(name + " " + std::to_string(size));
+        Open(held, again);
+        Lock(held);
+        std::fill_n(held.pView, size, static_cast<unsigned char>('a' + round % 26));
+        Unlock(held);
+        Close(held);
+    }
+}
+
+std::string Answer(HELD& held, const std::string& command, std::istream& arguments) {
+    if (command == "open") {
+        return Open(held, arguments);
+    }
+    if (command == "churn") {
+        Churn(arguments);
+    }
+    if (held.pView == nullptr) {
+        return "nothing is open";
+    }
+    if (command == "read") {
+        return Read(held);
+    }
+    if (command == "write") {
+        return Write(held, arguments);
+    }
+    if (command == "lock") {
+        return Lock(held);
+    }
+    if (command == "unlock") {
+        return Unlock(held);
+    }
+    return command == "close" ? Close(held) : "unknown command";
+}
+
+}  // namespace
+
+int main() {
+    HELD held;
+    std::string line;
+    while (std::getline(std::cin, line) && line != "quit") {
+        std::istringstream arguments(line);
+        std::string command;
+        arguments >> command;
+        std::cout << Answer(held, command, arguments) << std::endl;
+    }
+}
