@@ -1,5 +1,13 @@
 #include "frame/OperationFrame.h"
 
+// Bytes that a message of the link, which may have any length, leaves to the closing line.
+static const std::size_t CLOSING_LINE_ROOM = 4096;
+
+static std::string_view FittingMessage(const CLogStream& stream, std::string_view message) {
+    const std::size_t room = LOG_BUFFER_SIZE - stream.Position();
+    return message.substr(0, room > CLOSING_LINE_ROOM ? room - CLOSING_LINE_ROOM : 0);
+}
+
 void WriteOpeningLines(const OPERATION& operation) {
     BeginLine(operation.stream) << "[----]\n";
     BeginLine(operation.stream) << "[FUNC] " << operation.logName << '\n';
@@ -31,14 +39,11 @@ void OperationFrame::ReportUnexpectedException() noexcept {
 }
 
 void OperationFrame::Report(
-    std::string_view line, const char* pszMessage, std::int32_t code) noexcept {
-    if (m_bClosed) {
-        return;  // a local object's destructor: the operation has told its result
-    }
+    std::string_view line, std::string_view message, std::int32_t code) noexcept {
     if (!m_Operation.bErrorLinesWithoutPrefix) {
         SwallowExceptions([&] { BeginLine(m_Operation.stream); });
     }
-    m_Operation.stream << line << pszMessage << '\n';
+    m_Operation.stream << line << FittingMessage(m_Operation.stream, message) << '\n';
     if (m_nResult == RESULT_SUCCESS) {
         m_nResult = code;
     }

@@ -43,7 +43,7 @@ class OperationFrame {
     void ReportException(const CException* pException) noexcept;
     void ReportUnexpectedException() noexcept;
     void WriteClosingPrefix() noexcept;
-    void Report(std::string_view line, const char* pszMessage, std::int32_t code) noexcept;
+    void Report(std::string_view line, std::string_view message, std::int32_t code) noexcept;
 
     const OPERATION& m_Operation;
     std::int32_t m_nResult = RESULT_SUCCESS;

@@ -2,8 +2,8 @@
 //
 // All member functions return nothing: a failure of the link arrives as a thrown exception, as a
 // rule a `CException*` that the catcher deletes. Scalars are passed by constant reference; memory
-// behind a pointer belongs to the caller and is used only during the call. Destructors are declared
-// to throw as well, so that a link that does so can't end the host.
+// behind a pointer belongs to the caller and is used only during the call. Constructors may
+// throw too; destructors never do.
 #pragma once
 
 #include <cstdint>
@@ -18,7 +18,7 @@ class BODYLNK_API CEventProcedure {
     CEventProcedure();
     CEventProcedure(const CEventProcedure&) = delete;
     CEventProcedure& operator=(const CEventProcedure&) = delete;
-    virtual ~CEventProcedure() noexcept(false);
+    virtual ~CEventProcedure();
 
     /// Runs the event with one parameter. `*result` takes its result word, or its data where the
     /// event answers with data.
@@ -55,7 +55,7 @@ class BODYLNK_API CEventProcedure {
 /// Reads, writes and saves camera properties by id.
 class BODYLNK_API CProperty : public CEventProcedure {
   public:
-    ~CProperty() noexcept(false) override;
+    ~CProperty() override;
 
     /// Fills `data` with `size` bytes of the property.
     void Get(const std::uint32_t& id, const std::uint32_t& size, void* data);
@@ -79,7 +79,7 @@ class BODYLNK_API CProperty : public CEventProcedure {
 class BODYLNK_API CPublicProperty : public CProperty {
   public:
     CPublicProperty();
-    ~CPublicProperty() noexcept(false) override;
+    ~CPublicProperty() override;
 };
 
 namespace SLR_MONITOR {
@@ -96,7 +96,7 @@ class BODYLNK_API CSLRMonitor {
     CSLRMonitor();
     CSLRMonitor(const CSLRMonitor&) = delete;
     CSLRMonitor& operator=(const CSLRMonitor&) = delete;
-    virtual ~CSLRMonitor() noexcept(false);
+    virtual ~CSLRMonitor();
 
     void OpenSession();
     void ChangeBank(const SLR_MONITOR::tagBANK_KIND_T& bank);
@@ -115,7 +115,7 @@ class BODYLNK_API CSLRMonitor {
 class BODYLNK_API CFilePath {
   public:
     CFilePath();
-    ~CFilePath() noexcept(false);
+    ~CFilePath();
 
     /// The full path of the file with this bare name.
     std::string GetPropertyFullPath(const std::string& name);

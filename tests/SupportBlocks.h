@@ -4,6 +4,7 @@
 #include <string>
 
 #include "bodylnk/SimulatedBody.h"
+#include "platform/Platform.h"
 #include "platform/Process.h"
 
 class BlockHolder {
@@ -29,4 +30,16 @@ class BlockHolder {
 
   private:
     Process m_Process;
+};
+
+/// Takes a block's name for a mutex, so that nobody can open the block.
+class NameTaken {
+  public:
+    explicit NameTaken(const char* pszName) : m_hMutex(CreateMutexA(nullptr, FALSE, pszName)) {}
+    NameTaken(const NameTaken&) = delete;
+    NameTaken& operator=(const NameTaken&) = delete;
+    ~NameTaken() { CloseHandle(m_hMutex); }
+
+  private:
+    HANDLE m_hMutex;
 };

@@ -29,9 +29,13 @@ enum SemaphoreIndex : unsigned short {
     GATE,     // 1 while a process is opening or closing the object
     HOLDERS,  // open handles of all processes
     OWNER,    // 1 while the mutex is taken
+    KIND,     // what the object is, while somebody holds it
     SEGMENT,  // the segment's id, in SEGMENT_DIGITS digits from the lowest one
     SEMAPHORE_COUNT = SEGMENT + 3
 };
+
+// Blocks and mutexes share their names: an object is of the kind that its first holder made.
+enum ObjectKind : int { BLOCK = 1, MUTEX = 2 };
 
 constexpr int SEGMENT_DIGITS = SEMAPHORE_COUNT - SEGMENT;
 constexpr int SEGMENT_RADIX = 32768;  // a semaphore's highest value and one
@@ -86,10 +90,10 @@ bool IsGone(int error) {
 }
 
 /// One key for a user's object. FNV-1a; 0 would ask for an object without a key.
-key_t ObjectKey(std::string_view kind, std::string_view name) {
+key_t ObjectKey(std::string_view name) {
     std::uint32_t hash = 2166136261U;
     const auto add = [&hash](std::uint32_t byte) { hash = (hash ^ byte) * 16777619U; };
-    for (const std::string_view text : {std::string_view("TuneBench"), kind, name}) {
+    for (const std::string_view text : {std::string_view("TuneBench"), name}) {
         for (const char character : text) {
             add(static_cast<unsigned char>(character));
         }
@@ -146,6 +150,16 @@ bool HasHolders(int nSet) {
     return semctl(nSet, HOLDERS, GETVAL) > 0;
 }
 
+/// Inside the gate.
+bool IsOrBecomes(int nSet, ObjectKind kind) {
+    if (HasHolders(nSet)) {
+        return semctl(nSet, KIND, GETVAL) == kind;
+    }
+    SemaphoreArgument argument{};
+    argument.value = kind;
+    return semctl(nSet, KIND, SETVAL, argument) == 0;
+}
+
 /// Nobody can become a holder meanwhile: that takes the gate.
 void LeaveGateAndTidy(int nSet) {
     if (!HasHolders(nSet)) {
@@ -199,14 +213,10 @@ void* Attach(int nSegment) {
     return pMemory != reinterpret_cast<void*>(-1) ? pMemory : nullptr;
 }
 
-bool AttachSegment(NamedObject& block, DWORD size) {
+bool AttachSegment(NamedObject& block) {
     block.nSegment = LoadSegmentID(block.nSet);
     shmid_ds info{};
     if (shmctl(block.nSegment, IPC_STAT, &info) != 0 || !CheckOwn(info.shm_perm)) {
-        return false;
-    }
-    if (info.shm_segsz < size) {
-        errno = EACCES;
         return false;
     }
     block.pMemory = Attach(block.nSegment);
@@ -233,7 +243,7 @@ bool CreateSegment(NamedObject& block, key_t key, DWORD size) {
 /// Inside the gate. Gives ERROR_SUCCESS, ERROR_ALREADY_EXISTS or the code of a failure.
 DWORD AttachOrCreateSegment(NamedObject& block, key_t key, DWORD size) {
     if (HasHolders(block.nSet)) {
-        if (AttachSegment(block, size)) {
+        if (AttachSegment(block)) {
             return ERROR_ALREADY_EXISTS;
         }
         if (!IsGone(errno)) {
@@ -252,7 +262,7 @@ void DetachSegment(const NamedObject& object) {
 /// What the two kinds of objects have in common. `build` runs inside the gate and gives
 /// ERROR_SUCCESS to the creator, ERROR_ALREADY_EXISTS, or the code of a failure.
 template <typename Build>
-HANDLE OpenObject(key_t key, const Build& build) {
+HANDLE OpenObject(key_t key, ObjectKind kind, const Build& build) {
     ObjectPointer object(static_cast<NamedObject*>(std::malloc(sizeof(NamedObject))));
     if (object == nullptr) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
@@ -264,7 +274,7 @@ HANDLE OpenObject(key_t key, const Build& build) {
         Succeed(false);
         return nullptr;
     }
-    DWORD code = build(*object);
+    DWORD code = IsOrBecomes(object->nSet, kind) ? build(*object) : ERROR_INVALID_HANDLE;
     const bool bBuilt = code == ERROR_SUCCESS || code == ERROR_ALREADY_EXISTS;
     if (bBuilt && LeaveGateAsHolder(object->nSet)) {
         SetLastError(code);
@@ -298,9 +308,9 @@ void SetLastError(DWORD code) {
 HANDLE CreateFileMappingA(
     HANDLE /*file*/, void* /*pAttributes*/, DWORD /*protection*/, DWORD /*sizeHigh*/, DWORD sizeLow,
     const char* pszName) {
-    const auto key = ObjectKey("block", pszName);
+    const auto key = ObjectKey(pszName);
     return OpenObject(
-        key, [&](NamedObject& block) { return AttachOrCreateSegment(block, key, sizeLow); });
+        key, BLOCK, [&](NamedObject& block) { return AttachOrCreateSegment(block, key, sizeLow); });
 }
 
 void* MapViewOfFile(
@@ -320,7 +330,7 @@ BOOL UnmapViewOfFile(const void* pView) {
 }
 
 HANDLE CreateMutexA(void* /*pAttributes*/, BOOL /*initialOwner*/, const char* pszName) {
-    return OpenObject(ObjectKey("mutex", pszName), [](const NamedObject& mutex) {
+    return OpenObject(ObjectKey(pszName), MUTEX, [](const NamedObject& mutex) {
         return HasHolders(mutex.nSet) ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS;
     });
 }
