@@ -63,7 +63,7 @@ CEventProcedure::CEventProcedure() : pState(nullptr) {
     pState = new STATE;
 }
 
-CEventProcedure::~CEventProcedure() noexcept(false) {
+CEventProcedure::~CEventProcedure() {
     delete pState;
 }
 
@@ -193,10 +193,10 @@ void CEventProcedure::ExecuteAndGetData(
 // --- CProperty ---
 
 CProperty::CProperty() = default;
-CProperty::~CProperty() noexcept(false) = default;
+CProperty::~CProperty() = default;
 
 CPublicProperty::CPublicProperty() = default;
-CPublicProperty::~CPublicProperty() noexcept(false) = default;
+CPublicProperty::~CPublicProperty() = default;
 
 void CProperty::Get(const std::uint32_t& id, const std::uint32_t& size, void* data) {
     MakeCall(ReceivingRequest("CProperty::Get", id, size, data), [&] {
@@ -265,7 +265,7 @@ CSLRMonitor::CSLRMonitor() : pState(nullptr) {
     pState = new STATE;
 }
 
-CSLRMonitor::~CSLRMonitor() noexcept(false) {
+CSLRMonitor::~CSLRMonitor() {
     delete pState;
 }
 
@@ -324,7 +324,7 @@ CFilePath::CFilePath() {
 }
 
 // Not trivial: users call the library's own.
-CFilePath::~CFilePath() noexcept(false) {}
+CFilePath::~CFilePath() {}
 
 std::string CFilePath::GetPropertyFullPath(const std::string& name) {
     std::string path;

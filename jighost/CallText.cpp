@@ -38,11 +38,17 @@ static std::string NumbersText(const CALL& call) {
     const auto* pForm = std::find_if(
         std::begin(FORMS), std::end(FORMS),
         [&](const CALL_FORM& form) { return form.function == call.function; });
-    if (call.fromList || pForm == std::end(FORMS)) {
-        return call.fromList ? " (list)" : "";
+    if (call.fromList) {
+        return " (list)";
     }
-    return (pForm->bId ? " 0x" + HexText(call.id, 1) : "") +
-           (pForm->bValue ? " " + std::to_string(call.value) : "");
+    std::string text;
+    if (pForm != std::end(FORMS) && pForm->bId) {
+        text.append(" 0x").append(HexText(call.id, 1));
+    }
+    if (pForm != std::end(FORMS) && pForm->bValue) {
+        text.append(" ").append(std::to_string(call.value));
+    }
+    return text;
 }
 
 std::string ShortBytes(std::span<const std::uint8_t> bytes) {
@@ -61,8 +67,8 @@ std::string RequestText(const CALL& call) {
 static std::string FailureText(const FAILURE& failure) {
     switch (failure.kind) {
         case FAULT::CAMERA_EXCEPTION:
-            return failure.message + " (0x" +
-                   HexText(static_cast<std::uint32_t>(failure.code), 1) + ")";
+            return failure.message + " (0x" + HexText(static_cast<std::uint32_t>(failure.code), 1) +
+                   ")";
         case FAULT::STANDARD_EXCEPTION:
             return "standard exception, " + failure.message;
         case FAULT::INTEGER:

@@ -94,7 +94,7 @@ static void Collect(const CLI::App& command, const std::string& path, COMMAND_TA
     }
 }
 
-static std::string OperationNames() {
+static std::string NamesWithBlanks() {
     std::string names;
     for (const OPERATION_GROUP& group : OperationGroups()) {
         for (const OPERATION_INFO& info : group.operations) {
@@ -130,7 +130,7 @@ static void WriteBashCompletion(const CLI::App& app) {
     }
     std::string start = SCRIPT_START;
     const std::string LOCALS = "    local command=";
-    start.insert(start.find(LOCALS), "    local operations=\"" + OperationNames() + "\"\n");
+    start.insert(start.find(LOCALS), "    local operations=\"" + NamesWithBlanks() + "\"\n");
     std::cout << start << tables.paths << BEHIND_COMMANDS << valueOptions << BEHIND_VALUE_OPTIONS
               << tables.options << BEHIND_OPTIONS << FieldBranches() << BEHIND_FIELDS
               << tables.subcommands << SCRIPT_END;

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iomanip>
 #include <iostream>
 #include <memory>
@@ -162,19 +163,26 @@ static CHECK CheckSharedBlocks() {
     return Result("shared blocks", fault.empty(), fault.empty() ? "can be opened" : fault);
 }
 
-static std::vector<CHECK> CheckAll(const std::string& path) {
-    std::vector<CHECK> checks = {CheckFound(path)};
-    const auto addBehindGood = [&checks](const char* name, const auto& check) {
+/// Tells each check as soon as it is made: a broken module may end the program when it is loaded.
+static std::vector<CHECK> CheckAll(
+    const std::string& path, const std::function<void(const CHECK&)>& onCheck) {
+    std::vector<CHECK> checks;
+    const auto add = [&](const CHECK& check) {
+        checks.push_back(check);
+        onCheck(check);
+    };
+    const auto addBehindGood = [&](const char* name, const auto& check) {
         const bool bGood = checks.back().state == STATE::OK;
-        checks.push_back(bGood ? check() : CHECK{name, STATE::NOT_TESTED, "not tested"});
+        add(bGood ? check() : CHECK{name, STATE::NOT_TESTED, "not tested"});
     };
     Library library;
+    add(CheckFound(path));
     addBehindGood("word size", [&] { return CheckWordSize(path); });
     addBehindGood("loads", [&] { return CheckLoads(path, library); });
     addBehindGood("exports", [&] { return CheckExports(library.get()); });
     addBehindGood("registrations", [&] { return CheckRegistrations(path); });
-    checks.push_back(CheckLogFile());
-    checks.push_back(CheckSharedBlocks());
+    add(CheckLogFile());
+    add(CheckSharedBlocks());
     return checks;
 }
 
@@ -191,11 +199,9 @@ static const char* StateText(STATE state) {
     }
 }
 
-static void ShowChecks(const std::vector<CHECK>& checks) {
-    for (const CHECK& check : checks) {
-        std::cout << std::left << std::setw(8) << StateText(check.state) << std::setw(15)
-                  << check.name << check.text << '\n';
-    }
+static void ShowCheck(const CHECK& check) {
+    std::cout << std::left << std::setw(8) << StateText(check.state) << std::setw(15) << check.name
+              << check.text << std::endl;
 }
 
 static void ShowChecksAsJson(const std::vector<CHECK>& checks, bool bServes) {
@@ -208,10 +214,16 @@ static void ShowChecksAsJson(const std::vector<CHECK>& checks, bool bServes) {
 }
 
 static EXIT_CODE Examine(const HOST& host, const std::string& path) {
-    const std::vector<CHECK> checks = CheckAll(FullModulePath(path));
+    const std::vector<CHECK> checks = CheckAll(FullModulePath(path), [&host](const CHECK& check) {
+        if (!host.bJson) {
+            ShowCheck(check);
+        }
+    });
     const bool bServes = std::all_of(
         checks.begin(), checks.end(), [](const CHECK& check) { return check.state == STATE::OK; });
-    host.bJson ? ShowChecksAsJson(checks, bServes) : ShowChecks(checks);
+    if (host.bJson) {
+        ShowChecksAsJson(checks, bServes);
+    }
     return bServes ? EXIT_OK : EXIT_NO_MODULE;
 }
 

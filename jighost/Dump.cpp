@@ -17,6 +17,8 @@
 /// Watches a dump by its reads from the camera, one for each row, and draws the progress of it.
 class DumpProgress {
   public:
+    explicit DumpProgress(bool bDrawn) : m_bDrawn(bDrawn) {}
+
     void OnCall(const SimulatedBody::CALL& call, bool complete) {
         if (call.function != "CProperty::Get") {
             return;
@@ -31,7 +33,7 @@ class DumpProgress {
 
     /// Takes the bar away: what it led to is told next.
     void Clear() const {
-        if (m_bTerminal) {
+        if (m_bDrawn) {
             std::cerr << "\r\033[K" << std::flush;
         }
     }
@@ -43,7 +45,7 @@ class DumpProgress {
 
   private:
     void Draw() const {
-        if (!m_bTerminal) {
+        if (!m_bDrawn) {
             return;
         }
         const std::size_t width = 40;
@@ -52,7 +54,7 @@ class DumpProgress {
                   << m_Rows << '/' << PROPERTY_COUNT << std::flush;
     }
 
-    bool m_bTerminal = IsErrorOutputTerminal();
+    bool m_bDrawn;
     std::size_t m_Rows = 0;
     std::int64_t m_ByteCount = 0;
 };
@@ -88,7 +90,7 @@ static void Dump(const HOST& host, const std::string& folder) {
     const OPERATION_INFO& info = KnownOperation("LoadPropertyData");
     Session session(host);
     session.HoldFolder(blockText);
-    DumpProgress progress;
+    DumpProgress progress(IsErrorOutputTerminal() && !host.IsTraceShown());
     session.Watch([&progress](const SimulatedBody::CALL& call, bool complete) {
         progress.OnCall(call, complete);
     });
@@ -109,6 +111,9 @@ void AddDumpCommand(CLI::App& app, HOST& host) {
         ->required();
     AddSessionOptions(*pCommand, host);
     AddJsonOption(*pCommand, host);
-    pCommand->footer("Example:\n  mkdir adjust && jighost dump adjust");
+    pCommand->footer(
+        "Examples:\n"
+        "  mkdir adjust && jighost dump adjust\n"
+        "  jighost dump adjust --fault LoadPropertyData:100=0x2001");
     pCommand->callback([&host, pFolder] { Dump(host, *pFolder); });
 }

@@ -19,9 +19,7 @@ static const std::string_view WORD_MARK = ":word";
 
 static void CheckOperation(const std::string& text, const std::string& name) {
     if (FindOperation(name) == nullptr) {
-        Refuse(
-            text,
-            "there is no operation '" + name + "'" + NearestNames(name, OperationNames()));
+        Refuse(text, "there is no operation '" + name + "'" + NearestNames(name, OperationNames()));
     }
 }
 
@@ -98,9 +96,8 @@ void Faults::BeginOperation(std::string_view name) {
 
 std::optional<CALL> Faults::Answer(const CALL& call) {
     ++m_Calls;
-    const auto fault = std::find_if(m_Faults.begin(), m_Faults.end(), [&](const FAULT& each) {
-        return IsMetBy(each, call);
-    });
+    const auto fault = std::find_if(
+        m_Faults.begin(), m_Faults.end(), [&](const FAULT& each) { return IsMetBy(each, call); });
     if (fault == m_Faults.end()) {
         return std::nullopt;
     }

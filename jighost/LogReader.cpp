@@ -60,8 +60,9 @@ void LogReader::BeginFile() {
 // --- Lines ---
 
 static bool IsTag(std::string_view tag) {
-    static const std::string_view TAGS[] = {"[FUNC]", "[VALU]", "[CMNT]", "[ERR!]",
-                                            "[----]", "[EVNT]", "[STDF]", "[WAPI]"};
+    // The most frequent first.
+    static const std::string_view TAGS[] = {"[FUNC]", "[----]", "[VALU]", "[CMNT]",
+                                            "[ERR!]", "[EVNT]", "[STDF]", "[WAPI]"};
     return std::find(std::begin(TAGS), std::end(TAGS), tag) != std::end(TAGS);
 }
 

@@ -377,7 +377,7 @@ const OPERATION_INFO* FindOperation(std::string_view name) {
     return nullptr;
 }
 
-static std::vector<std::string> OperationNames() {
+std::vector<std::string> OperationNames() {
     std::vector<std::string> names;
     for (const OPERATION_GROUP& group : GROUPS) {
         for (const OPERATION_INFO& operation : group.operations) {

@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "jighost/Record.h"
 
@@ -30,6 +31,9 @@ constexpr std::size_t OPERATION_COUNT = 131;
 
 /// All groups; the operations, one group behind the other, stand in the order of registration.
 std::span<const OPERATION_GROUP> OperationGroups();
+
+/// In the order of registration.
+std::vector<std::string> OperationNames();
 
 /// Null for a name that is none.
 const OPERATION_INFO* FindOperation(std::string_view name);

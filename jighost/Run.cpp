@@ -86,6 +86,9 @@ void AddRunCommand(CLI::App& app, HOST& host) {
         "  jighost run SetBodyID ManufactureMonth=1507 CodePair=42 SerialNo=12345\n"
         "  jighost run SetABoardEepromData Address=10 Count=1 'Data[10]=0x0a3c'\n"
         "  jighost run SetTimeZone --hex 01000000 --body desk.yaml\n"
+        "  jighost run SetFilePrefix --trace\n"
+        "  jighost run SetFilePrefix --trace prefix.jsonl --fault SetFilePrefix:2=0x2001\n"
+        "  jighost run TurnOffDisplay --fault FactDisp_TurnOffDisplay:word=3\n"
         "BoardInf.ini is taken from the current directory, or else from beside jighost. A dump\n"
         "without a folder block goes to the current directory.");
     pCommand->callback([&host, pOptions] { host.exitCode = Run(host, *pOptions); });

@@ -159,7 +159,7 @@ static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options) {
     if (!sequence.folderText.empty()) {
         session.HoldFolder(sequence.folderText);
     }
-    const bool bLive = IsErrorOutputTerminal();
+    const bool bLive = IsErrorOutputTerminal() && !host.IsTraceShown();
     const SEQUENCE_RUN run =
         RunSequence(session, sequence, range, [&](const STEP_OUTCOME& outcome, bool bDone) {
             if (bLive) {
@@ -193,6 +193,8 @@ void AddSequenceCommand(CLI::App& app, HOST& host) {
         "  jighost sequence sequences/identity.yaml --body desk.yaml\n"
         "  jighost sequence sequences/inspection.yaml --from EnterFactoryMode --until 4\n"
         "  jighost sequence sequences/identity.yaml --record run.json\n"
+        "  jighost sequence sequences/identity.yaml --trace identity.jsonl\n"
+        "  jighost sequence sequences/identity.yaml --fault FA_CopyVistaUniqueID=0x2001\n"
         "The file is checked before the first step runs; docs/bench.md shows its form. Ctrl-C "
         "ends\n"
         "the sequence behind the step that runs.");

@@ -1,8 +1,11 @@
 #include "jighost/Session.h"
 
+#include <iostream>
+
 #include "jighost/AddedLog.h"
 #include "jighost/BodyFile.h"
 #include "jighost/Interrupt.h"
+#include "jighost/Trace.h"
 #include "platform/Program.h"
 
 /// The current directory's BoardInf.ini is the one that counts; the sample lies beside this
@@ -28,12 +31,24 @@ static std::string SwitchBodyOn(const std::string& path) {
 Session::Session(const HOST& host)
     : m_BodyPath(host.bodyPath),
       m_BodyText(SwitchBodyOn(host.bodyPath)),
+      m_Faults(host.faults),
       m_Module(host.modulePath) {
     CatchInterrupts();
+    if (host.bTrace) {
+        m_pTrace = NewTrace(host.tracePath);
+        Watch([this](const SimulatedBody::CALL& call, bool complete) {
+            m_pTrace->OnCall(call, complete);
+        });
+    }
+    if (!m_Faults.IsEmpty()) {
+        SimulatedBody::AnswerCalls(
+            [this](const SimulatedBody::CALL& call) { return m_Faults.Answer(call); });
+    }
 }
 
 Session::~Session() {
     SimulatedBody::Observe({});
+    SimulatedBody::AnswerCalls({});
 }
 
 void Session::HoldFolder(const std::string& blockText) {
@@ -60,6 +75,10 @@ OPERATION_RUN Session::Run(const OPERATION_INFO& info, RecordBytes record) {
     run.info = &info;
     run.record = std::move(record);
     const REGISTERED_OPERATION& operation = m_Module.Find(info.name);
+    m_Faults.BeginOperation(info.name);
+    if (m_pTrace != nullptr) {
+        m_pTrace->BeginOperation(info, run.record);
+    }
     const AddedLog log;
     const std::uint32_t callsBefore = SimulatedBody::CallCount();
     const auto start = std::chrono::steady_clock::now();
@@ -67,15 +86,23 @@ OPERATION_RUN Session::Run(const OPERATION_INFO& info, RecordBytes record) {
     run.time = std::chrono::steady_clock::now() - start;
     run.callCount = SimulatedBody::CallCount() - callsBefore;
     run.log = log.Lines();
+    if (m_pTrace != nullptr) {
+        m_pTrace->EndOperation(run);
+    }
     return run;
 }
 
 void Session::Finish() const {
-    if (m_BodyPath.empty()) {
-        return;
+    for (const std::string& fault : m_Faults.NotMet()) {
+        std::cerr << "jighost: no call has met the fault " << fault << '\n';
     }
-    const std::string text = BodyText();
-    if (text != m_BodyText) {
-        WriteBody(m_BodyPath, text);
+    if (!m_BodyPath.empty()) {
+        const std::string text = BodyText();
+        if (text != m_BodyText) {
+            WriteBody(m_BodyPath, text);
+        }
+    }
+    if (m_pTrace != nullptr) {
+        m_pTrace->Finish();
     }
 }

@@ -7,15 +7,19 @@
 #pragma once
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "bodylnk/SimulatedBody.h"
 #include "jighost/Commands.h"
+#include "jighost/Fault.h"
 #include "jighost/FolderBlock.h"
 #include "jighost/Module.h"
 #include "jighost/OperationTable.h"
+
+class Trace;
 
 /// What one run of an operation came to.
 struct OPERATION_RUN {
@@ -30,8 +34,8 @@ struct OPERATION_RUN {
 class Session {
   public:
     /// Switches the simulated body on, with the saved values of --body's file, and loads the
-    /// module. From now on Ctrl-C only sets IsInterrupted. Throws EXIT_WRONG_USE for a bad file,
-    /// EXIT_NO_MODULE for a bad module.
+    /// module. From now on Ctrl-C only sets IsInterrupted. Throws EXIT_WRONG_USE for a bad file or
+    /// fault, EXIT_NO_MODULE for a bad module.
     explicit Session(const HOST& host);
     ~Session();  ///< writes nothing back
     Session(const Session&) = delete;
@@ -55,13 +59,16 @@ class Session {
     OPERATION_RUN Run(const OPERATION_INFO& info, RecordBytes record);
 
     /// Writes the body's saved values back to its file, the whole file or nothing; a body that has
-    /// saved nothing leaves the file as it is. Throws EXIT_HOST_ERROR if it can't be written.
+    /// saved nothing leaves the file as it is. Tells people of faults that no call has met. Throws
+    /// EXIT_HOST_ERROR if the body's file or the trace can't be written.
     void Finish() const;
 
   private:
     std::string m_BodyPath;  // empty: a body that is forgotten
     std::string m_BodyText;  // of the body's file, as it would be written at the start
+    Faults m_Faults;
     Module m_Module;
+    std::unique_ptr<Trace> m_pTrace;  // null: no trace
     std::optional<FolderBlock> m_FolderBlock;
     std::vector<SimulatedBody::Observer> m_Watchers;
 };

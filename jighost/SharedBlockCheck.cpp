@@ -72,7 +72,7 @@ static std::string BlockFault(const SHARED_BLOCK& block) {
 
 std::string SharedBlockFault() {
     for (const SHARED_BLOCK& block : BLOCKS) {
-        const std::string fault = BlockFault(block);
+        std::string fault = BlockFault(block);
         if (!fault.empty()) {
             return fault;
         }

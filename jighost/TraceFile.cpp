@@ -12,11 +12,11 @@ using SimulatedBody::CALL;
 using SimulatedBody::FAILURE;
 
 /// The record's own bytes, and what an operation that goes by another length left behind them.
-static RecordBytes WithoutSpareBytes(const OPERATION_INFO& info, const RecordBytes& record) {
-    const auto last = std::find_if(
-        record.rbegin(), record.rend(), [](std::uint8_t byte) { return byte != 0; });
-    const auto used = static_cast<std::size_t>(record.rend() - last);
-    return {record.begin(), record.begin() + std::max<std::ptrdiff_t>(info.record->size, used)};
+static RecordBytes WithoutSpareBytes(const OPERATION_INFO& info, RecordBytes record) {
+    while (record.size() > info.record->size && record.back() == 0) {
+        record.pop_back();
+    }
+    return record;
 }
 
 template <class Value>

@@ -38,10 +38,10 @@ const Json& Value(const Json& entry, const char* pszKey) {
 template <class Number>
 Number NumberOf(const Json& value, const char* pszKey) {
     using Limits = std::numeric_limits<Number>;
-    const bool bFits = value.is_number_unsigned()
-                           ? std::in_range<Number>(value.get<std::uint64_t>())
-                           : value.is_number_integer() &&
-                                 std::in_range<Number>(value.get<std::int64_t>());
+    const bool bFits =
+        value.is_number_unsigned()
+            ? std::in_range<Number>(value.get<std::uint64_t>())
+            : value.is_number_integer() && std::in_range<Number>(value.get<std::int64_t>());
     if (!bFits) {
         RefuseValue(
             value, pszKey,
@@ -73,14 +73,13 @@ std::string TextAt(const Json& entry, const char* pszKey) {
 RecordBytes BytesAt(const Json& entry, const char* pszKey) {
     const std::optional<RecordBytes> bytes = ParseHex(TextAt(entry, pszKey));
     if (!bytes) {
-        RefuseValue(
-            entry.at(pszKey), pszKey, "bytes as hexadecimal digits, two for each");
+        RefuseValue(entry.at(pszKey), pszKey, "bytes as hexadecimal digits, two for each");
     }
     return *bytes;
 }
 
 RecordBytes RecordAt(const Json& entry, const OPERATION_INFO& info) {
-    const RecordBytes bytes = BytesAt(entry, "record");
+    RecordBytes bytes = BytesAt(entry, "record");
     const std::size_t room = NewRecord(*info.record).size();
     if (bytes.size() > room) {
         throw LineError("record: expected at most " + std::to_string(room) + " bytes");

@@ -24,6 +24,7 @@ static void AddEverything(CLI::App& app, HOST& host) {
     AddRunCommand(app, host);
     AddDumpCommand(app, host);
     AddSequenceCommand(app, host);
+    AddReplayCommand(app, host);
     AddBodyCommand(app, host);
     AddDocsCommand(app, host);
     AddLogCommand(app, host);

@@ -22,6 +22,11 @@ class Process {
     /// The next line of its output without its end; nothing at the end of the output.
     std::optional<std::string> ReadLine();
 
+    /// Sends it Ctrl-C; on POSIX systems alone.
+    void Interrupt();
+    /// The system's number of the process.
+    int Id() const;
+
     /// Ends the process at once, wherever it stands, and waits for its end.
     void Kill();
     /// Waits for the process and gives its exit code; -1 if it was killed.

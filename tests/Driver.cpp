@@ -49,15 +49,15 @@ std::string ClosingText(const std::string& cleanLog) {
     return cleanLog.substr(start, cleanLog.rfind(' ') + 1 - start);
 }
 
-bool ClosesOnce(const std::string& log, const std::string& closing, std::int32_t result) {
-    const std::size_t found = log.find(closing);
-    if (found == std::string::npos || found != log.rfind(closing)) {
-        return false;
-    }
+bool EndsWithClosing(const std::string& log, const std::string& closing, std::int32_t result) {
     std::ostringstream hexadecimal;
-    hexadecimal << std::hex << result << '\n';
-    const std::string shown = log.substr(found + closing.size());
-    return shown == std::to_string(result) + "\n" || shown == hexadecimal.str();
+    hexadecimal << closing << std::hex << result << '\n';
+    return log.ends_with(closing + std::to_string(result) + "\n") ||
+           log.ends_with(hexadecimal.str());
+}
+
+bool ClosesOnce(const std::string& log, const std::string& closing, std::int32_t result) {
+    return EndsWithClosing(log, closing, result) && log.find(closing) == log.rfind(closing);
 }
 
 Surroundings::Surroundings() {

@@ -21,8 +21,10 @@ bool IsSpareUntouched(const OPERATION_INFO& operation, const RecordBytes& record
 // An operation's closing line, up to its result and without the line prefix: the last line of the
 // log of a run that gave 0 shows it.
 std::string ClosingText(const std::string& cleanLog);
-/// Whether the log has one such line, as its last one, with this result. Decimal and hexadecimal
-/// count alike: a work line that fails behind its switch to hexadecimal leaves that on.
+/// Whether the log's last line is such a line with this result. Decimal and hexadecimal count
+/// alike: a work line that fails behind its switch to hexadecimal leaves that on.
+bool EndsWithClosing(const std::string& log, const std::string& closing, std::int32_t result);
+/// The same, and there is no other such line.
 bool ClosesOnce(const std::string& log, const std::string& closing, std::int32_t result);
 
 /// What operations need around them, in the current directory: the INI file, and the folder "dump"

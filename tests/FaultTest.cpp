@@ -5,6 +5,7 @@
 #include <iostream>
 #include <map>
 
+#include "adjustment/ABoardEeprom.h"
 #include "identity/BodyID.h"
 #include "link/BodyLink.h"
 #include "tests/Driver.h"
@@ -108,6 +109,12 @@ class FaultTest : public ModuleTest {
         EXPECT_THAT(Log(), Closes("GetBodyID", 0));
     }
 
+    /// Whether nothing came from the camera; one operation empties its record ahead of that.
+    static bool IsFirstCall(const OPERATION_INFO& operation, MOMENT moment) {
+        return moment == MOMENT::BEFORE && Calls().size() == 1 && Calls()[0].ends_with(FAILED) &&
+               operation.name != std::string_view("CheckStorageMediaExistence");
+    }
+
     /// Gives false if the operation has no n-th occasion.
     bool RunCase(
         const OPERATION_INFO& operation, const CLEAN_RUN& clean, const POINT& point,
@@ -126,7 +133,7 @@ class FaultTest : public ModuleTest {
                                     Calls().back() == POWER_SAVE_OFF + FAILED;
         ExpectCalls(clean, bPowerSaveLost);
         EXPECT_TRUE(IsSpareUntouched(operation, record));
-        if (operation.use == RECORD_USE::IN) {
+        if (operation.use == RECORD_USE::IN || IsFirstCall(operation, moment)) {
             EXPECT_EQ(record, before);
         }
         ExpectThatNextRunWorks();
@@ -180,6 +187,35 @@ TEST_F(FaultTest, EveryStepOfEveryOperationFailsInTurn) {
     for (const auto& [name, count] : counts) {
         std::cout << "[ COUNTED  ] " << name << ": " << count << '\n';
     }
+}
+
+TEST_F(FaultTest, NullExceptionPointerIsUnexpected) {
+    SimulatedBody::Observe([](const SimulatedBody::CALL&, bool complete) {
+        if (!complete) {
+            throw static_cast<CException*>(nullptr);
+        }
+    });
+    EXPECT_EQ(Run("SaveBodyID"), 33);
+    EXPECT_EQ(Log(), Frame("SaveBodyID", 33, UNEXPECTED));
+}
+
+// Each word read is one call, each word written four.
+TEST_F(FaultTest, EepromWordsAheadOfAFailureStayDone) {
+    ABOARD_EEPROM_DATA_T data{};
+    data.Address = 10;
+    data.Count = 3;
+    SimulatedBody::Eeprom()[10] = 0x1234;
+    SimulatedBody::FailCall(3);  // DisablePowerSave, word 10, word 11
+    EXPECT_EQ(Run("GetABoardEepromData", &data), 0x2001);
+    EXPECT_EQ(data.Data[10], 0x1234U);
+    EXPECT_EQ(data.Data[11], 0U);
+
+    data.Data[10] = data.Data[11] = 0x5678;
+    const std::uint16_t before = SimulatedBody::Eeprom()[11];
+    SimulatedBody::FailCall(1 + 2 * 4);
+    EXPECT_EQ(Run("SetABoardEepromData", &data), 0x2001);
+    EXPECT_EQ(SimulatedBody::Eeprom()[10], 0x5678);
+    EXPECT_EQ(SimulatedBody::Eeprom()[11], before);
 }
 
 }  // namespace

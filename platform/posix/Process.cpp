@@ -84,6 +84,16 @@ std::optional<std::string> Process::ReadLine() {
     return line;
 }
 
+void Process::Interrupt() {
+    if (!m_pState->exitCode) {
+        kill(m_pState->pid, SIGINT);
+    }
+}
+
+int Process::Id() const {
+    return m_pState->pid;
+}
+
 void Process::Kill() {
     if (!m_pState->exitCode) {
         kill(m_pState->pid, SIGKILL);

@@ -106,6 +106,10 @@ std::optional<std::string> Process::ReadLine() {
     return line;
 }
 
+int Process::Id() const {
+    return static_cast<int>(GetProcessId(m_pState->hProcess));
+}
+
 void Process::Kill() {
     TerminateProcess(m_pState->hProcess, static_cast<UINT>(-1));
     Wait();
