@@ -9,16 +9,7 @@ namespace {
 const std::int32_t LINK_FAILURE = 0x2001;
 const std::string LINK_MESSAGE = "[EVNT] Link failure";
 
-class ClockTest : public ModuleTest {
-  protected:
-    void Expect(
-        const std::string& operation, std::int32_t result, const std::vector<std::string>& calls,
-        const std::string& log, void* pArgument = nullptr) {
-        EXPECT_EQ(Run(operation, pArgument), result);
-        EXPECT_EQ(Calls(), calls);
-        EXPECT_EQ(Log(), log);
-    }
-};
+using ClockTest = ModuleTest;
 
 // --- Settings of 4 bytes ---
 

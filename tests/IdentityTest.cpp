@@ -26,14 +26,6 @@ Bytes BytesOfText(const std::string& text, std::size_t size) {
 
 class IdentityTest : public ModuleTest {
   protected:
-    void Expect(
-        const std::string& operation, std::int32_t result, const std::vector<std::string>& calls,
-        const std::string& log, void* pArgument = nullptr) {
-        EXPECT_EQ(Run(operation, pArgument), result);
-        EXPECT_EQ(Calls(), calls);
-        EXPECT_EQ(Log(), log);
-    }
-
     /// Fills a buffer that is one byte larger than the operation's, and shows that byte too.
     Bytes Read(const std::string& operation, std::size_t size) {
         Bytes bytes(size + 1, 0xEE);

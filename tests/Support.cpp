@@ -135,6 +135,14 @@ std::int32_t ModuleTest::Run(const std::string& name, void* pArgument) {
     return Operation(name)(pArgument);
 }
 
+void ModuleTest::Expect(
+    const std::string& operation, std::int32_t result, const std::vector<std::string>& calls,
+    const std::string& log, void* pArgument) {
+    EXPECT_EQ(Run(operation, pArgument), result);
+    EXPECT_EQ(Calls(), calls);
+    EXPECT_EQ(Log(), log);
+}
+
 std::string ModuleTest::Log() const {
     std::string log = ReadFile(LOG_FILE).substr(m_LogStart);
     log.erase(std::remove(log.begin(), log.end(), '\r'), log.end());

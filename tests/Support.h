@@ -92,6 +92,11 @@ class ModuleTest : public testing::Test {
     /// The link calls since the last Run or SimulatedBody::ClearCalls, as CallText writes them.
     static std::vector<std::string> Calls();
 
+    /// Runs an operation and holds its result, its link calls and its whole log against these.
+    void Expect(
+        const std::string& operation, std::int32_t result, const std::vector<std::string>& calls,
+        const std::string& log, void* pArgument = nullptr);
+
     const std::filesystem::path& Folder() const { return m_Folder.path; }
     LoadedModule& Module() { return *m_pModule; }
     void Unload() { m_pModule.reset(); }
