@@ -22,9 +22,11 @@ static constexpr char UNTESTED_POINTER[] =
 static constexpr char UNTESTED_VOLUME[] =
     "the pointer is not tested; the event's result word if it is odd";
 static constexpr char INI[] =
-    "3 for a null record; 1 for a missing file or key; 35 for a Size below 4; 5 for no memory";
+    "3 for a null record; 1 for a missing file or key; 35 for a Size below 4 or "
+    "above 65536; 5 for no memory";
 static constexpr char INI_WRITE[] =
-    "3 for a null record; 1 for a missing file or key; 35 for a Size below 0; 5 for no memory; the "
+    "3 for a null record; 1 for a missing file or key; 35 for a Size below 0 or "
+    "above 65536; 5 for no memory; the "
     "event's result word if it is odd, with the words ahead of it written";
 static constexpr char INI_COPY[] =
     "as GetBoardInfDLResonantFrequency, then as SetDLResonantFrequency";

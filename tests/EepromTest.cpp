@@ -179,7 +179,8 @@ TEST_F(DLResonantFrequencyTest, DumpBreaksItsRowsAt16BytesAndItsGroupsAt8) {
 
 TEST_F(DLResonantFrequencyTest, SizeThatNoBufferCanHaveIsRefused) {
     std::uint32_t frequency = 0x5555;
-    for (const auto& [size, count] : {std::pair("3", "1"), {"0", "0"}, {"-5", "-3"}}) {
+    for (const auto& [size, count] :
+         {std::pair("3", "1"), {"0", "0"}, {"2147483647", "1073741823"}, {"-5", "-3"}}) {
         WriteBoardInf(std::string("Address=7\nSize=") + size);
         EXPECT_EQ(Run("GetBoardInfDLResonantFrequency", &frequency), 35);
         EXPECT_EQ(
@@ -192,6 +193,9 @@ TEST_F(DLResonantFrequencyTest, SizeThatNoBufferCanHaveIsRefused) {
     EXPECT_EQ(
         Log(),
         FailedFrame("SetBoardInfDLResonantFrequency", 35, "[VALU] Size", RangeLines("7", "-5")));
+    // Far beyond the four bytes of the host.
+    WriteBoardInf("Address=7\nSize=2147483647");
+    EXPECT_EQ(Run("SetBoardInfDLResonantFrequency", &frequency), 35);
 }
 
 TEST_F(DLResonantFrequencyTest, MissingKeyIsNamed) {

@@ -74,8 +74,8 @@ void SetLastError(DWORD code);
 
 /// Opens or creates the block `pszName` of `sizeLow` bytes; null on failure. GetLastError gives
 /// ERROR_SUCCESS to exactly one opener, the creator, who finds the block zero, and
-/// ERROR_ALREADY_EXISTS to the others. An existing block keeps its size; a
-/// mutex of the name is ERROR_INVALID_HANDLE. `file` is
+/// ERROR_ALREADY_EXISTS to the others. An existing block keeps its size,
+/// which is a page at least; a mutex of the name is ERROR_INVALID_HANDLE. `file` is
 /// INVALID_HANDLE_VALUE, `pAttributes` null, `protection` PAGE_READWRITE and `sizeHigh` 0.
 HANDLE CreateFileMappingA(
     HANDLE file, void* pAttributes, DWORD protection, DWORD sizeHigh, DWORD sizeLow,
