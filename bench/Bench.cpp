@@ -23,8 +23,8 @@
 #include "bench/ByHand.h"
 #include "bench/MedianReporter.h"
 #include "bench/WorkFolder.h"
-#include "jighost/FolderBlock.h"
-#include "jighost/Module.h"
+#include "jighost/session/FolderBlock.h"
+#include "jighost/session/Module.h"
 
 namespace fs = std::filesystem;
 

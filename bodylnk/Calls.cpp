@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "frame/CException.h"
+#include "link/CException.h"
 
 namespace SimulatedBody {
 

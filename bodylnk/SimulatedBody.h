@@ -13,11 +13,16 @@
 #include <string>
 #include <vector>
 
+#include "link/Call.h"
 #include "platform/Export.h"
 
 namespace SimulatedBody {
 
-using Bytes = std::vector<std::uint8_t>;
+using Link::Bytes;
+using Link::CALL;
+using Link::FAILURE;
+using Link::FAULT;
+using Link::MOMENT;
 
 /// A factory-new body, with no scripts, faults, recording or observer, and with the installation
 /// folder and the line prefix as at first.
@@ -95,33 +100,6 @@ BODYLNK_API std::vector<std::string> Events();
 // --- Calls: recording and faults ---
 // A call is one of a member function of the camera link, in the order made. Constructors,
 // destructors and `_gt` are no calls here.
-
-enum class FAULT { CAMERA_EXCEPTION, STANDARD_EXCEPTION, INTEGER };
-enum class MOMENT { BEFORE, AFTER };  ///< nothing has happened yet, or all of it has
-
-struct FAILURE {
-    FAULT kind = FAULT::CAMERA_EXCEPTION;
-    MOMENT moment = MOMENT::BEFORE;
-    std::int32_t code = 0x2001;                   ///< of the CException, or the integer
-    std::string message = "[EVNT] Link failure";  ///< of an exception of either kind
-    bool operator==(const FAILURE&) const = default;
-};
-
-struct CALL {
-    std::string function;    ///< such as "CProperty::Get", "CEventProcedure::Execute"
-    std::string name;        ///< the event's or file's name; empty otherwise
-    std::uint32_t id = 0;    ///< property id, memory address, bank, function number, list count or
-                             ///< kind of a pushed integer
-    std::int64_t value = 0;  ///< event parameter, pushed integer or the size in bytes
-    bool fromList = false;   ///< the Execute that takes the parameter list in place of `value`
-    Bytes sent;              ///< the bytes that went to the body
-    Bytes received;          ///< the bytes that came back; of ExecuteAndGetSize the size's four, of
-                             ///< GetPropertyFullPath the path's characters
-    std::optional<std::uint32_t> sizeLeft;  ///< by GetReturnData and ExecuteAndGetData
-    std::optional<std::int32_t> result;     ///< the result word of an event
-    std::optional<FAILURE> failure;         ///< what the call threw; the moment is not told
-    bool operator==(const CALL&) const = default;
-};
 
 /// Recording is off at first, so that a long run keeps no bytes.
 BODYLNK_API void RecordCalls(bool recording);

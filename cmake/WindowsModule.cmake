@@ -8,7 +8,7 @@ else()
     set(RUNTIME_DLLS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
 endif()
 
-target_sources(TuneBench PRIVATE ${PROJECT_SOURCE_DIR}/frame/Exports.${ARCHITECTURE}.def)
+target_sources(TuneBench PRIVATE ${PROJECT_SOURCE_DIR}/module/Exports.${ARCHITECTURE}.def)
 set(CHECK ${PROJECT_SOURCE_DIR}/cmake/CheckWindowsModule.cmake)
 set(EXPORTS ${PROJECT_SOURCE_DIR}/cmake/WindowsExports.txt)
 set_target_properties(TuneBench PROPERTIES LINK_DEPENDS "${CHECK};${EXPORTS}")

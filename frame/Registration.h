@@ -32,6 +32,3 @@ struct REGISTRATION {
 /// Calls the host's callback for each registration, in order.
 void RegisterEventProcs(
     EVENT_PROC_REGISTER_FUNC callback, std::span<const REGISTRATION> registrations);
-
-/// Hands all operations of the module to the host, and fills the property hash on the way.
-void RegisterAllEventProcs(EVENT_PROC_REGISTER_FUNC callback);

@@ -1,4 +1,7 @@
+// The checks that throw.
 #include "frame/Result.h"
+
+#include "link/SharedMemory.h"
 
 void Fail(std::string_view message, std::int32_t code) {
     throw new CException(std::string(message), code);
@@ -19,5 +22,11 @@ void CheckEvent(std::int32_t result, std::string_view name) {
 void CheckNested(std::int32_t result, std::string_view logName) {
     if (IsFailure(result)) {
         Fail(std::string("[FUNC] ").append(logName), result);
+    }
+}
+
+void CheckSharedMemory(const CSharedMemory& block) {
+    if (block.GetpSharedMemory() == nullptr) {
+        Fail(std::string("[WAPI] ") + FailedSharedMemoryCall(), RESULT_SYSTEM_ERROR);
     }
 }

@@ -7,7 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "frame/CException.h"
+#include "link/CException.h"
+
+class CSharedMemory;
 
 /// Every failure that the module makes is odd, because all callers test bit 0. Any other odd value
 /// is the result word of an event procedure in the camera, or a code of the camera link.
@@ -38,6 +40,9 @@ void CheckEvent(std::int32_t result, std::string_view name);
 
 /// Throws a nested operation's result with "[FUNC] " and its log name if the result is a failure.
 void CheckNested(std::int32_t result, std::string_view logName);
+
+/// Throws code 1 with "[WAPI] " and the platform call that failed if the block is not open.
+void CheckSharedMemory(const CSharedMemory& block);
 
 /// A working buffer of `count` elements, all zero; throws code 5 with "[VALU] " and `name` if
 /// there is no memory for it.

@@ -17,7 +17,7 @@
 #include "bodylnk/SimulatedBody.h"
 #include "frame/Registration.h"
 #include "platform/Program.h"
-#include "tests/Driver.h"
+#include "tests/support/Driver.h"
 
 // The module's larger buffers are refused: four gigabytes would only cost time.
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {

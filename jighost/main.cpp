@@ -3,8 +3,8 @@
 #include <exception>
 #include <iostream>
 
-#include "jighost/Commands.h"
-#include "jighost/Interrupt.h"
+#include "jighost/commands/Commands.h"
+#include "jighost/session/Interrupt.h"
 
 static const char EXIT_CODES[] =
     "Exit codes: 0 all as expected, 1 the host itself failed, 2 wrong use, 3 the module can't be\n"

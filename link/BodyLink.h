@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <string>
 
-#include "frame/CException.h"
+#include "link/CException.h"
 #include "platform/Export.h"
 
 /// Runs a named event procedure in the camera.

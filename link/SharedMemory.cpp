@@ -2,9 +2,6 @@
 
 #include <atomic>
 #include <cstring>
-#include <string>
-
-#include "frame/Result.h"
 
 // The platform call that failed last in MallocSharedMemory: the class itself keeps its three
 // fields, which other modules know.
@@ -119,8 +116,6 @@ void CBodyIDSharedMemory::Store(const BodyIDBytes& bytes) {
     std::memcpy(pSharedMemory, bytes.data(), bytes.size());
 }
 
-void CheckSharedMemory(const CSharedMemory& block) {
-    if (block.GetpSharedMemory() == nullptr) {
-        Fail(std::string("[WAPI] ") + s_pszFailedCall.load(), RESULT_SYSTEM_ERROR);
-    }
+const char* FailedSharedMemoryCall() {
+    return s_pszFailedCall;
 }

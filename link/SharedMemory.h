@@ -83,5 +83,5 @@ class CBodyIDSharedMemory : public CSharedMemory {
     void Store(const BodyIDBytes& bytes);
 };
 
-/// Throws code 1 with "[WAPI] " and the platform call that failed if the block is not open.
-void CheckSharedMemory(const CSharedMemory& block);
+/// The platform call by which a block could not be opened last, such as "MapViewOfFile".
+const char* FailedSharedMemoryCall();

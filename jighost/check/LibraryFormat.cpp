@@ -1,0 +1,86 @@
+#include "jighost/check/LibraryFormat.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <fstream>
+
+static const std::size_t HOST_BITS = 8 * sizeof(void*);
+
+static const std::size_t ELF_CLASS = 4;  // 1 for 32 bits, 2 for 64
+/// Places in an ELF header of the host's word size: where the table of sections lies, a word; the
+/// size of one and their number, 2 bytes each.
+static const std::size_t ELF_SECTIONS = sizeof(void*) == 8 ? 0x28 : 0x20;
+static const std::size_t ELF_SECTION_SIZE = sizeof(void*) == 8 ? 0x3A : 0x2E;
+static const std::size_t ELF_SECTION_COUNT = ELF_SECTION_SIZE + 2;
+
+static const std::size_t PE_HEADER_PLACE = 0x3C;  // 4 bytes, where the header lies
+static const std::size_t PE_MACHINE = 4;          // 2 bytes, behind the start of the header
+static const std::uint32_t PE_I386 = 0x14C;
+static const std::uint32_t PE_AMD64 = 0x8664;
+
+/// At most `size` bytes from `offset` on; fewer at the end of the file.
+static std::string ReadAt(std::ifstream& file, std::size_t offset, std::size_t size) {
+    std::string bytes(size, '\0');
+    file.clear();
+    file.seekg(static_cast<std::streamoff>(offset));
+    file.read(bytes.data(), static_cast<std::streamsize>(size));
+    bytes.resize(static_cast<std::size_t>(file.gcount()));
+    return bytes;
+}
+
+/// A number whose lowest byte comes first.
+static std::uint64_t Number(const std::string& bytes) {
+    std::uint64_t number = 0;
+    for (std::size_t i = bytes.size(); i-- > 0;) {
+        number = number << 8 | static_cast<std::uint8_t>(bytes[i]);
+    }
+    return number;
+}
+
+static std::string BitsText(std::size_t bits) {
+    return std::to_string(bits) + "-bit ";
+}
+
+/// The table of sections mostly is the last part of a file. A file that is cut off ahead of its end
+/// must not be loaded: the loader maps what is not there, and the program dies of it.
+static bool IsElfComplete(std::ifstream& file) {
+    const std::uint64_t place = Number(ReadAt(file, ELF_SECTIONS, sizeof(void*)));
+    const std::uint64_t size =
+        Number(ReadAt(file, ELF_SECTION_SIZE, 2)) * Number(ReadAt(file, ELF_SECTION_COUNT, 2));
+    file.clear();
+    file.seekg(0, std::ios::end);
+    const auto end = static_cast<std::uint64_t>(file.tellg());
+    return size <= end && place <= end - size;
+}
+
+static LIBRARY_FORMAT ElfFormat(std::ifstream& file, char elfClass) {
+    const std::size_t bits = elfClass == 1 ? 32 : 64;
+    const std::string text = BitsText(bits) + "ELF library";
+    if (bits != HOST_BITS) {
+        return {text + ", but this host is a " + BitsText(HOST_BITS) + "program", false};
+    }
+    return IsElfComplete(file) ? LIBRARY_FORMAT{text, true}
+                               : LIBRARY_FORMAT{text + ", cut off ahead of its end", false};
+}
+
+static LIBRARY_FORMAT PeFormat(std::ifstream& file) {
+    const auto header = static_cast<std::size_t>(Number(ReadAt(file, PE_HEADER_PLACE, 4)));
+    if (ReadAt(file, header, PE_MACHINE) != std::string("PE\0\0", 4)) {
+        return {"an old program, no library", false};
+    }
+    const std::uint64_t machine = Number(ReadAt(file, header + PE_MACHINE, 2));
+    const std::string bits = machine == PE_I386    ? BitsText(32)
+                             : machine == PE_AMD64 ? BitsText(64)
+                                                   : "";
+    return {bits + "Windows library, but this host is no Windows program", false};
+}
+
+LIBRARY_FORMAT ReadLibraryFormat(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    const std::string start = ReadAt(file, 0, ELF_CLASS + 1);
+    if (start.size() > ELF_CLASS && start.starts_with("\177ELF")) {
+        return ElfFormat(file, start[ELF_CLASS]);
+    }
+    return start.starts_with("MZ") ? PeFormat(file)
+                                   : LIBRARY_FORMAT{"neither an ELF nor a Windows library", false};
+}

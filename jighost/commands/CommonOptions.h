@@ -1,0 +1,13 @@
+// The options that mean the same on every command that has them.
+#pragma once
+
+#include "jighost/commands/Commands.h"
+
+/// --module, for a command that loads the module.
+void AddModuleOption(CLI::App& command, HOST& host);
+
+/// All that a Session is set up by, for a command that runs operations; --module among it.
+void AddSessionOptions(CLI::App& command, HOST& host);
+
+/// --json, for a command whose output is data.
+void AddJsonOption(CLI::App& command, HOST& host);

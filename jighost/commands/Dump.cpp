@@ -1,0 +1,118 @@
+// jighost dump: the whole adjustment data of the body, a file for each property.
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iomanip>
+#include <iostream>
+#include <memory>
+
+#include "adjustment/PropertyTable.h"
+#include "frame/Result.h"
+#include "jighost/commands/CommonOptions.h"
+#include "jighost/operations/ResultName.h"
+#include "jighost/output/Json.h"
+#include "jighost/session/AddedLog.h"
+#include "jighost/session/Session.h"
+#include "platform/Program.h"
+
+/// Watches a dump by its reads from the camera, one for each row, and draws the progress of it.
+class DumpProgress {
+  public:
+    explicit DumpProgress(bool bDrawn) : m_bDrawn(bDrawn) {}
+
+    void OnCall(const Link::CALL& call, bool complete) {
+        if (call.function != "CProperty::Get") {
+            return;
+        }
+        if (!complete) {
+            ++m_Rows;
+            Draw();
+        } else if (!call.failure) {
+            m_ByteCount += call.value;
+        }
+    }
+
+    /// Takes the bar away: what it led to is told next.
+    void Clear() const {
+        if (m_bDrawn) {
+            std::cerr << "\r\033[K" << std::flush;
+        }
+    }
+
+    /// The rows begun so far, so that it is also the number of the last one.
+    std::size_t Rows() const { return m_Rows; }
+    /// Bytes that the camera gave.
+    std::int64_t ByteCount() const { return m_ByteCount; }
+
+  private:
+    void Draw() const {
+        if (!m_bDrawn) {
+            return;
+        }
+        const std::size_t width = 40;
+        const std::size_t filled = std::min(width, m_Rows * width / PROPERTY_COUNT);
+        std::cerr << "\r[" << std::string(filled, '#') << std::string(width - filled, '.') << "] "
+                  << m_Rows << '/' << PROPERTY_COUNT << std::flush;
+    }
+
+    bool m_bDrawn;
+    std::size_t m_Rows = 0;
+    std::int64_t m_ByteCount = 0;
+};
+
+static std::string FailureText(const OPERATION_RUN& run, std::size_t rows) {
+    std::string text = "LoadPropertyData failed";
+    if (rows > 0) {
+        text += " at row " + std::to_string(rows) + " of " + std::to_string(PROPERTY_COUNT) + ", " +
+                LastTextBehind(run.log, "[VALU] PropertyName - ");
+    }
+    text += ": " + LastError(run.log) + ", " + ResultText(run.result);
+    return text + (rows > 1 ? "; the files of the rows before are complete" : "");
+}
+
+static void ShowDump(
+    const HOST& host, const std::string& folder, const OPERATION_RUN& run,
+    const DumpProgress& progress) {
+    if (host.bJson) {
+        WriteJson(
+            std::cout, {{"format", JSON_FORMAT},
+                        {"folder", folder},
+                        {"files", progress.Rows()},
+                        {"bytes", progress.ByteCount()},
+                        {"time_ms", run.time.count()}});
+        return;
+    }
+    std::cout << progress.Rows() << " files, " << progress.ByteCount() << " bytes, " << std::fixed
+              << std::setprecision(3) << run.time.count() / 1000 << " s in " << folder << '\n';
+}
+
+static void Dump(const HOST& host, const std::string& folder) {
+    const std::string blockText = FolderBlockText(folder);
+    const OPERATION_INFO& info = KnownOperation("LoadPropertyData");
+    Session session(host.session);
+    session.HoldFolder(blockText);
+    DumpProgress progress(IsErrorOutputTerminal() && !host.session.IsTraceShown());
+    session.Watch(
+        [&progress](const Link::CALL& call, bool complete) { progress.OnCall(call, complete); });
+    const OPERATION_RUN run = session.Run(info, NewRecord(*info.record));
+    progress.Clear();
+    session.Finish();
+    if (IsFailure(run.result)) {
+        throw HostError(EXIT_OPERATION_FAILED, FailureText(run, progress.Rows()));
+    }
+    ShowDump(host, folder, run, progress);
+}
+
+void AddDumpCommand(CLI::App& app, HOST& host) {
+    CLI::App* pCommand =
+        app.add_subcommand("dump", "Dumps all adjustment data of the body into a folder");
+    const auto pFolder = std::make_shared<std::string>();
+    pCommand->add_option("folder", *pFolder, "An existing folder; its files are replaced")
+        ->required();
+    AddSessionOptions(*pCommand, host);
+    AddJsonOption(*pCommand, host);
+    pCommand->footer(
+        "Examples:\n"
+        "  mkdir adjust && jighost dump adjust\n"
+        "  jighost dump adjust --fault LoadPropertyData:100=0x2001");
+    pCommand->callback([&host, pFolder] { Dump(host, *pFolder); });
+}

@@ -1,0 +1,96 @@
+// jighost run: one operation on one record.
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+
+#include "frame/Result.h"
+#include "jighost/commands/CommonOptions.h"
+#include "jighost/operations/ResultName.h"
+#include "jighost/output/Json.h"
+#include "jighost/session/AddedLog.h"
+#include "jighost/session/RunJson.h"
+#include "jighost/session/Session.h"
+
+struct RUN_OPTIONS {
+    std::string operation;
+    std::vector<std::string> fields;  // "Name=value"
+    std::string hex;
+};
+
+static void SetFieldArgument(
+    const OPERATION_INFO& info, RecordBytes& bytes, const std::string& argument) {
+    const std::size_t equals = argument.find('=');
+    if (equals == std::string::npos) {
+        throw HostError(
+            EXIT_WRONG_USE,
+            std::string(info.name) + ": expected Field=value, got '" + argument + "'");
+    }
+    SetField(
+        info.name, *info.record, bytes, std::string_view(argument).substr(0, equals),
+        std::string_view(argument).substr(equals + 1));
+}
+
+static RecordBytes BuildRecord(const OPERATION_INFO& info, const RUN_OPTIONS& options) {
+    CheckRecordGiven(info, !options.fields.empty() || !options.hex.empty());
+    RecordBytes bytes = NewRecord(*info.record);
+    if (!options.hex.empty()) {
+        SetHex(info.name, *info.record, bytes, options.hex);
+    }
+    for (const std::string& argument : options.fields) {
+        SetFieldArgument(info, bytes, argument);
+    }
+    return bytes;
+}
+
+static void ShowRun(const HOST& host, const OPERATION_RUN& run) {
+    if (host.bJson) {
+        Json json = {{"format", JSON_FORMAT}};
+        json.update(RunJson(run));
+        WriteJson(std::cout, json);
+        return;
+    }
+    ShowRecord(std::cout, *run.info->record, run.record);
+    std::cout << run.info->name << ": " << ResultText(run.result) << '\n';
+}
+
+static EXIT_CODE Run(const HOST& host, const RUN_OPTIONS& options) {
+    const OPERATION_INFO& info = KnownOperation(options.operation);
+    RecordBytes bytes = BuildRecord(info, options);
+    Session session(host.session);
+    if (options.operation == "LoadPropertyData") {
+        session.OfferFolder(FolderBlockText("."));
+    }
+    const OPERATION_RUN run = session.Run(info, std::move(bytes));
+    session.Finish();
+    ShowRun(host, run);
+    if (!IsFailure(run.result)) {
+        return EXIT_OK;
+    }
+    std::cerr << "jighost: " << info.name << " failed: " << LastError(run.log) << '\n';
+    return EXIT_OPERATION_FAILED;
+}
+
+void AddRunCommand(CLI::App& app, HOST& host) {
+    CLI::App* pCommand = app.add_subcommand(
+        "run", "Runs one operation and shows the record that came back and the result");
+    const auto pOptions = std::make_shared<RUN_OPTIONS>();
+    pCommand->add_option("operation", pOptions->operation, "Name of the operation")->required();
+    pCommand->add_option("fields", pOptions->fields, "Fields of its record; the others are zero")
+        ->type_name("FIELD=VALUE");
+    pCommand->add_option("--hex", pOptions->hex, "The record's bytes, before any fields")
+        ->type_name("BYTES");
+    AddSessionOptions(*pCommand, host);
+    AddJsonOption(*pCommand, host);
+    pCommand->footer(
+        "Examples:\n"
+        "  jighost run GetBodyID --json\n"
+        "  jighost run SetBodyID ManufactureMonth=1507 CodePair=42 SerialNo=12345\n"
+        "  jighost run SetABoardEepromData Address=10 Count=1 'Data[10]=0x0a3c'\n"
+        "  jighost run SetTimeZone --hex 01000000 --body desk.yaml\n"
+        "  jighost run SetFilePrefix --trace\n"
+        "  jighost run SetFilePrefix --trace prefix.jsonl --fault SetFilePrefix:2=0x2001\n"
+        "  jighost run TurnOffDisplay --fault FactDisp_TurnOffDisplay:word=3\n"
+        "BoardInf.ini is taken from the current directory, or else from beside jighost. A dump\n"
+        "without a folder block goes to the current directory.");
+    pCommand->callback([&host, pOptions] { host.exitCode = Run(host, *pOptions); });
+}

@@ -1,0 +1,22 @@
+// What programs read of jighost, as JSON.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "jighost/operations/Record.h"
+
+/// Keeps the keys in the order in which they are set.
+using Json = nlohmann::ordered_json;
+
+/// Stands as "format" in each document; a change that breaks its readers counts it up.
+constexpr int JSON_FORMAT = 1;
+
+/// Field by field; texts as PlainText gives them, bytes as "b5 0d 00".
+Json RecordJson(const RECORD& record, const RecordBytes& bytes);
+
+/// The whole text of a document. Bytes that are no UTF-8 come out as the replacement character.
+std::string JsonText(const Json& json);
+
+/// Writes a document and a line's end.
+void WriteJson(std::ostream& out, const Json& json);

@@ -1,0 +1,158 @@
+#include "jighost/sequence/SequenceFile.h"
+
+#include <algorithm>
+
+#include "jighost/operations/ResultName.h"
+#include "jighost/session/FolderBlock.h"
+#include "jighost/text/HostError.h"
+#include "jighost/text/NearestName.h"
+#include "jighost/text/Numbers.h"
+#include "jighost/text/YamlFile.h"
+
+static const std::uint32_t MAX_RETRIES = 1000;
+
+RecordBytes BuildRecord(const OPERATION_INFO& info, const std::vector<FIELD_VALUE>& fields) {
+    RecordBytes bytes = NewRecord(*info.record);
+    for (const FIELD_VALUE& each : fields) {
+        SetField(info.name, *info.record, bytes, each.field, each.value);
+    }
+    return bytes;
+}
+
+namespace {
+
+/// Reads one step; what is wrong in it is told with its line.
+class StepReader {
+  public:
+    StepReader(const YamlFile& file, const YAML::Node& node) : m_File(file), m_Node(node) {}
+
+    STEP Read() {
+        m_File.RequireMap(m_Node, "a step with its operation");
+        if (!m_Node["operation"]) {
+            m_File.Refuse(m_Node, "expected a step with its operation, got none");
+        }
+        // First of all, since the fields are those of its record.
+        ReadOperation(m_Node["operation"]);
+        m_File.ReadMap(
+            m_Node, "a step",
+            {
+                {"operation", [](const YAML::Node&) {}},
+                {"name", [this](const auto& node) { m_Step.name = m_File.Text(node, "a name"); }},
+                {"record", [this](const auto& node) { m_Step.fields = Fields(node); }},
+                {"expect", [this](const auto& node) { ReadResult(node); }},
+                {"expect_fields", [this](const auto& node) { m_Step.resultFields = Fields(node); }},
+                {"on_unexpected", [this](const auto& node) { ReadOnUnexpected(node); }},
+            });
+        Explain(m_Node, [this] { CheckRecordGiven(*m_Step.info, !m_Step.fields.empty()); });
+        return std::move(m_Step);
+    }
+
+  private:
+    /// Does what throws a HostError, and adds the line to it.
+    template <class Work>
+    void Explain(const YAML::Node& node, const Work& work) const {
+        try {
+            work();
+        } catch (const HostError& e) {
+            m_File.Refuse(node, e.what());
+        }
+    }
+
+    void ReadOperation(const YAML::Node& node) {
+        m_Step.name = m_File.Text(node, "the name of an operation");
+        Explain(node, [this] { m_Step.info = &KnownOperation(m_Step.name); });
+    }
+
+    std::vector<FIELD_VALUE> Fields(const YAML::Node& node) const {
+        m_File.RequireMap(node, "the fields of a record");
+        std::vector<FIELD_VALUE> fields;
+        for (const auto& entry : node) {
+            fields.push_back(
+                {m_File.Text(entry.first, "the name of a field"),
+                 m_File.Text(entry.second, "the value of a field")});
+            Explain(entry.first, [&] { BuildRecord(*m_Step.info, {fields.back()}); });
+        }
+        return fields;
+    }
+
+    void ReadResult(const YAML::Node& node) {
+        const std::string text = m_File.Text(node, "a result");
+        m_Step.result = ParseResult(text);
+        if (!m_Step.result) {
+            m_File.Refuse(
+                node, "expected the name or number of a result, got '" + text + "'" +
+                          NearestNames(text, ResultNames()));
+        }
+    }
+
+    void ReadOnUnexpected(const YAML::Node& node) {
+        static const std::string RETRY = "retry ";
+        const std::string text = m_File.Text(node, "stop, continue or retry N");
+        const auto retries = text.starts_with(RETRY)
+                                 ? ParseNumber<std::uint32_t>(text.substr(RETRY.size()))
+                                 : std::nullopt;
+        if (retries && *retries >= 1 && *retries <= MAX_RETRIES) {
+            m_Step.retries = *retries;
+        } else if (text == "continue") {
+            m_Step.bContinue = true;
+        } else if (text != "stop") {
+            m_File.RefuseValue(
+                node, "stop, continue or retry N, N from 1 to " + std::to_string(MAX_RETRIES));
+        }
+    }
+
+    const YamlFile& m_File;
+    const YAML::Node m_Node;
+    STEP m_Step;
+};
+
+}  // namespace
+
+static std::vector<STEP> ReadSteps(const YamlFile& file, const YAML::Node& node) {
+    file.RequireList(node, "a list of steps");
+    std::vector<STEP> steps;
+    std::string mistakes;
+    for (const YAML::Node& each : node) {
+        try {
+            steps.push_back(StepReader(file, each).Read());
+        } catch (const HostError& e) {
+            mistakes += (mistakes.empty() ? "" : "\n") + std::string(e.what());
+        }
+    }
+    if (!mistakes.empty()) {
+        throw HostError(EXIT_WRONG_USE, mistakes);
+    }
+    return steps;
+}
+
+static std::string ReadFolder(const YamlFile& file, const YAML::Node& node) {
+    const std::string folder = file.Text(node, "a folder");
+    try {
+        return FolderBlockText(folder);
+    } catch (const HostError& e) {
+        file.Refuse(node, e.what());
+    }
+}
+
+SEQUENCE ReadSequence(const std::string& path) {
+    const YamlFile file(path);
+    SEQUENCE sequence;
+    file.ReadMap(
+        file.Root(), "a sequence",
+        {
+            {"format", [](const YAML::Node&) {}},
+            {"name", [&](const auto& node) { sequence.name = file.Text(node, "a name"); }},
+            {"folder", [&](const auto& node) { sequence.folderText = ReadFolder(file, node); }},
+            {"steps", [&](const auto& node) { sequence.steps = ReadSteps(file, node); }},
+        });
+    const bool bDumps = std::any_of(
+        sequence.steps.begin(), sequence.steps.end(),
+        [](const STEP& step) { return std::string_view(step.info->name) == "LoadPropertyData"; });
+    if (bDumps && sequence.folderText.empty()) {
+        file.Refuse(file.Root(), "expected folder: for LoadPropertyData, got none");
+    }
+    if (sequence.steps.empty()) {
+        file.Refuse(file.Root(), "expected steps: with a step at least, got none");
+    }
+    return sequence;
+}

@@ -1,0 +1,128 @@
+#include "jighost/sequence/SequenceRun.h"
+
+#include "frame/Result.h"
+#include "jighost/operations/ResultName.h"
+#include "jighost/session/AddedLog.h"
+#include "jighost/session/Interrupt.h"
+#include "jighost/session/RunJson.h"
+
+static std::string ResultProblem(const OPERATION_RUN& run, const std::string& expected) {
+    const std::string error = LastError(run.log);
+    return "expected " + expected + ", got " + ResultText(run.result) +
+           (error.empty() ? "" : ": " + error);
+}
+
+/// The fields that differ from the expected ones; empty if none does.
+static std::string FieldProblem(const STEP& step, const RecordBytes& record) {
+    const RecordBytes expected = BuildRecord(*step.info, step.resultFields);
+    const RECORD& form = *step.info->record;
+    std::string problem;
+    for (const FIELD_VALUE& each : step.resultFields) {
+        if (!IsSameField(form, expected, record, each.field)) {
+            problem += (problem.empty() ? "expected " : "; ") + each.field + " " +
+                       FieldText(form, expected, each.field) + ", got " +
+                       FieldText(form, record, each.field);
+        }
+    }
+    return problem;
+}
+
+static void Judge(STEP_OUTCOME& outcome) {
+    const STEP& step = *outcome.step;
+    outcome.problem.clear();
+    if (step.result && *step.result != outcome.run.result) {
+        outcome.problem = ResultProblem(outcome.run, ResultText(*step.result));
+        outcome.exitCode = EXIT_UNEXPECTED;
+    } else if (!step.result && IsFailure(outcome.run.result)) {
+        outcome.problem = ResultProblem(outcome.run, "success");
+        outcome.exitCode = EXIT_OPERATION_FAILED;
+    } else {
+        outcome.problem = FieldProblem(step, outcome.run.record);
+        outcome.exitCode = outcome.problem.empty() ? EXIT_OK : EXIT_UNEXPECTED;
+    }
+}
+
+/// Runs the step until it is as expected, its retries are used up, or Ctrl-C comes.
+static void RunStep(Session& session, STEP_OUTCOME& outcome) {
+    const STEP& step = *outcome.step;
+    do {
+        ++outcome.attempts;
+        outcome.run = session.Run(*step.info, BuildRecord(*step.info, step.fields));
+        Judge(outcome);
+    } while (outcome.exitCode != EXIT_OK && outcome.attempts <= step.retries && !IsInterrupted());
+    // A long sequence is not to keep the spare bytes of all its records.
+    outcome.run.record.resize(step.info->record->size);
+    outcome.run.record.shrink_to_fit();
+}
+
+static void RunSteps(
+    Session& session, const STEP_RANGE& range, const StepWatcher& watcher, SEQUENCE_RUN& run) {
+    for (std::size_t i = range.first; i <= range.last && !IsInterrupted(); ++i) {
+        STEP_OUTCOME outcome;
+        outcome.step = &run.sequence->steps[i];
+        outcome.number = i + 1;
+        watcher(outcome, false);
+        RunStep(session, outcome);
+        watcher(outcome, true);
+        run.exitCode = run.exitCode == EXIT_OK ? outcome.exitCode : run.exitCode;
+        const bool bStop = outcome.exitCode != EXIT_OK && !outcome.step->bContinue;
+        run.outcomes.push_back(std::move(outcome));
+        if (bStop) {
+            return;
+        }
+    }
+}
+
+SEQUENCE_RUN RunSequence(
+    Session& session, const SEQUENCE& sequence, const STEP_RANGE& range,
+    const StepWatcher& watcher) {
+    for (const STEP& step : sequence.steps) {
+        session.Require(*step.info);
+    }
+    SEQUENCE_RUN run;
+    run.sequence = &sequence;
+    const auto start = std::chrono::steady_clock::now();
+    RunSteps(session, range, watcher, run);
+    run.time = std::chrono::steady_clock::now() - start;
+    if (IsInterrupted()) {
+        run.exitCode = EXIT_INTERRUPTED;
+    }
+    return run;
+}
+
+// --- The record ---
+
+static const char* OutcomeName(EXIT_CODE exitCode) {
+    switch (exitCode) {
+        case EXIT_OK:
+            return "as expected";
+        case EXIT_OPERATION_FAILED:
+            return "operation failed";
+        case EXIT_INTERRUPTED:
+            return "interrupted";
+        default:
+            return "expectation not met";
+    }
+}
+
+Json SequenceJson(const SEQUENCE_RUN& run) {
+    Json steps = Json::array();
+    for (const STEP_OUTCOME& outcome : run.outcomes) {
+        Json step = {
+            {"number", outcome.number},
+            {"name", outcome.step->name},
+            {"outcome", OutcomeName(outcome.exitCode)},
+            {"problem", outcome.problem},
+            {"attempts", outcome.attempts},
+        };
+        step.update(RunJson(outcome.run));
+        steps.push_back(std::move(step));
+    }
+    return {
+        {"format", JSON_FORMAT},
+        {"sequence", run.sequence->name},
+        {"outcome", OutcomeName(run.exitCode)},
+        {"time_ms", run.time.count()},
+        {"steps", std::move(steps)},
+    };
+}

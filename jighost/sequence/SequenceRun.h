@@ -1,0 +1,46 @@
+// The steps of a sequence run one by one and held against what is expected of them.
+#pragma once
+
+#include <functional>
+
+#include "jighost/output/Json.h"
+#include "jighost/sequence/SequenceFile.h"
+#include "jighost/session/Session.h"
+#include "jighost/text/HostError.h"
+
+/// What a step came to.
+struct STEP_OUTCOME {
+    const STEP* step = nullptr;
+    std::size_t number = 0;      ///< in the file, from 1
+    std::uint32_t attempts = 0;  ///< the run below is that of the last one
+    OPERATION_RUN run;
+    std::string problem;           ///< what was expected and what came; empty if all is as expected
+    EXIT_CODE exitCode = EXIT_OK;  ///< or that of the problem's kind
+};
+
+struct SEQUENCE_RUN {
+    const SEQUENCE* sequence = nullptr;
+    std::vector<STEP_OUTCOME> outcomes;  ///< of the steps that ran
+    std::chrono::duration<double, std::milli> time{};
+    EXIT_CODE exitCode = EXIT_OK;  ///< of the first problem, but EXIT_INTERRUPTED for Ctrl-C
+};
+
+/// Steps `first` to `last`, counted from 0.
+struct STEP_RANGE {
+    std::size_t first;
+    std::size_t last;
+};
+
+/// Told of each step before it runs, with an outcome that has only step and number, and again
+/// when it is done.
+using StepWatcher = std::function<void(const STEP_OUTCOME& outcome, bool bDone)>;
+
+/// Ends behind the last step, the first one that must not go wrong and did, or the step during
+/// which Ctrl-C came. Throws EXIT_NO_MODULE, before any step runs, if the module lacks one of
+/// the operations.
+SEQUENCE_RUN RunSequence(
+    Session& session, const SEQUENCE& sequence, const STEP_RANGE& range,
+    const StepWatcher& watcher);
+
+/// The run's record for programs.
+Json SequenceJson(const SEQUENCE_RUN& run);

@@ -1,0 +1,75 @@
+#include "jighost/session/FolderBlock.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "jighost/text/HostError.h"
+#include "link/SharedMemory.h"
+
+/// Characters of a file's name in a dump, such as "01000000.bin".
+static const std::size_t FILE_NAME_LENGTH = 12;
+/// Characters of the longest path that a dump can write to.
+static const std::size_t MAX_PATH_LENGTH = CFolderSharedMemory::PATH_SIZE - 1;
+
+std::string FolderBlockText(const std::filesystem::path& folder) {
+    std::error_code error;
+    if (!std::filesystem::is_directory(folder, error)) {
+        throw HostError(EXIT_WRONG_USE, "there is no folder " + folder.string());
+    }
+    // The empty last part becomes the separator at the end.
+    std::string text = (std::filesystem::canonical(folder) / "").generic_string();
+    if (text.find('\\') != std::string::npos) {
+        throw HostError(
+            EXIT_WRONG_USE, "the module takes the backslash in " + text +
+                                " for a separator; choose another folder");
+    }
+    if (text.size() + FILE_NAME_LENGTH > MAX_PATH_LENGTH) {
+        throw HostError(
+            EXIT_WRONG_USE, "the folder's full path has " + std::to_string(text.size()) +
+                                " characters; the module can write to one of at most " +
+                                std::to_string(MAX_PATH_LENGTH - FILE_NAME_LENGTH) + ": " + text);
+    }
+    std::replace(text.begin(), text.end(), '/', '\\');
+    return text;
+}
+
+FolderBlock::FolderBlock()
+    : m_Mapping(CreateFileMappingA(
+          INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, SHARED_TEXT_SIZE,
+          "SHARED_NAME_FOLDER")),
+      m_pView(
+          m_Mapping == nullptr ? nullptr : MapViewOfFile(m_Mapping, FILE_MAP_ALL_ACCESS, 0, 0, 0)),
+      m_Mutex(CreateMutexA(nullptr, FALSE, "MUTEX_NAME_FOLDER")) {
+    if (m_pView == nullptr || m_Mutex == nullptr) {
+        const DWORD error = GetLastError();
+        Release();
+        throw HostError(
+            EXIT_HOST_ERROR,
+            "can't open the block SHARED_NAME_FOLDER (error " + std::to_string(error) + ")");
+    }
+}
+
+FolderBlock::~FolderBlock() {
+    Release();
+}
+
+void FolderBlock::Release() const {
+    if (m_pView != nullptr) {
+        UnmapViewOfFile(m_pView);
+    }
+    CloseHandle(m_Mapping);
+    CloseHandle(m_Mutex);
+}
+
+void FolderBlock::Write(const std::string& text) const {
+    WaitForSingleObject(m_Mutex, INFINITE);
+    std::memcpy(m_pView, text.c_str(), text.size() + 1);
+    ReleaseMutex(m_Mutex);
+}
+
+bool FolderBlock::IsEmpty() const {
+    WaitForSingleObject(m_Mutex, INFINITE);
+    const bool bEmpty = *static_cast<const char*>(m_pView) == '\0';
+    ReleaseMutex(m_Mutex);
+    return bEmpty;
+}

@@ -1,0 +1,75 @@
+#include "jighost/session/Module.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "frame/Result.h"
+#include "jighost/operations/ResultName.h"
+#include "jighost/text/HostError.h"
+#include "platform/LibraryError.h"
+#include "platform/Program.h"
+
+// The callback has no place for a context: what it collects into stands here while it is in use.
+static std::vector<REGISTERED_OPERATION>* g_pCollected = nullptr;
+
+static void CollectOperation(
+    const char* name, EVENT_PROC procedure, std::int32_t* size, std::int32_t* direction,
+    std::int32_t* /*reserved*/) {
+    g_pCollected->push_back({name, procedure, *size, *direction});
+}
+
+std::string FullModulePath(const std::string& path) {
+    return (path.empty() ? ProgramFolder() / MODULE_FILE_NAME : std::filesystem::absolute(path))
+        .string();
+}
+
+static void CheckFile(const std::string& path) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) {
+        throw HostError(EXIT_NO_MODULE, "there is no module " + path);
+    }
+}
+
+Module::Module(const std::string& path) : m_Path(FullModulePath(path)), m_Library(nullptr) {
+    CheckFile(m_Path);
+    m_Library = LoadLibraryA(m_Path.c_str());
+    if (m_Library == nullptr) {
+        throw HostError(EXIT_NO_MODULE, "can't load " + m_Path + ": " + LastLibraryError());
+    }
+    try {
+        const std::int32_t result = Register();
+        if (IsFailure(result)) {
+            throw HostError(EXIT_NO_MODULE, m_Path + " does not register: " + ResultText(result));
+        }
+    } catch (...) {
+        FreeLibrary(m_Library);
+        throw;
+    }
+}
+
+Module::~Module() {
+    FreeLibrary(m_Library);
+}
+
+std::int32_t Module::Register() {
+    using REGISTER_PROC = std::int32_t (*)(EVENT_PROC_REGISTER_FUNC);
+    const auto registerList =
+        reinterpret_cast<REGISTER_PROC>(GetProcAddress(m_Library, "RegisterEventProcList"));
+    if (registerList == nullptr) {
+        throw HostError(EXIT_NO_MODULE, m_Path + " has no RegisterEventProcList");
+    }
+    g_pCollected = &m_Operations;
+    const std::int32_t result = registerList(&CollectOperation);
+    g_pCollected = nullptr;
+    return result;
+}
+
+const REGISTERED_OPERATION& Module::Find(std::string_view name) const {
+    const auto found = std::find_if(
+        m_Operations.begin(), m_Operations.end(),
+        [&](const auto& operation) { return operation.name == name; });
+    if (found == m_Operations.end()) {
+        throw HostError(EXIT_NO_MODULE, m_Path + " does not register " + std::string(name));
+    }
+    return *found;
+}

@@ -1,0 +1,17 @@
+#include "jighost/session/RunJson.h"
+
+#include "jighost/operations/ResultName.h"
+#include "jighost/session/AddedLog.h"
+
+Json RunJson(const OPERATION_RUN& run) {
+    return {
+        {"operation", run.info->name},
+        {"result", run.result},
+        {"result_name", ResultName(run.result)},
+        {"error", LastError(run.log)},
+        {"time_ms", run.time.count()},
+        {"calls", run.callCount},
+        {"record", RecordJson(*run.info->record, run.record)},
+        {"log", run.log},
+    };
+}

@@ -1,0 +1,74 @@
+// Operations run one by one against one simulated body. Every command that runs operations does so
+// through here, so that all of them have the same options and see the same.
+//
+//     Session session(options);
+//     const OPERATION_RUN run = session.Run(info, NewRecord(*info.record));
+//     session.Finish();
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "bodylnk/SimulatedBody.h"
+#include "jighost/operations/OperationTable.h"
+#include "jighost/session/Fault.h"
+#include "jighost/session/FolderBlock.h"
+#include "jighost/session/Module.h"
+#include "jighost/session/SessionOptions.h"
+
+class Trace;
+
+/// What one run of an operation came to.
+struct OPERATION_RUN {
+    const OPERATION_INFO* info = nullptr;
+    RecordBytes record;  ///< as the operation left it, with the spare bytes of NewRecord
+    std::int32_t result = 0;
+    std::chrono::duration<double, std::milli> time{};
+    std::uint32_t callCount = 0;   ///< link calls made
+    std::vector<std::string> log;  ///< what the module added to its log, lines without their ends
+};
+
+class Session {
+  public:
+    /// Switches the simulated body on, with the saved values of --body's file, and loads the
+    /// module. From now on Ctrl-C only sets IsInterrupted. Throws EXIT_WRONG_USE for a bad file or
+    /// fault, EXIT_NO_MODULE for a bad module.
+    explicit Session(const SESSION_OPTIONS& options);
+    ~Session();  ///< writes nothing back
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    /// Throws EXIT_NO_MODULE if the module does not register the operation.
+    void Require(const OPERATION_INFO& info) const { m_Module.Find(info.name); }
+
+    /// Holds the block that tells a dump its folder until the session ends; `blockText` is from
+    /// FolderBlockText.
+    void HoldFolder(const std::string& blockText);
+
+    /// The same, but leaves the folder that another holder of the block has written.
+    void OfferFolder(const std::string& blockText);
+
+    /// Has `watcher` called with each link call before it is made and again when it is complete.
+    /// All watchers are called, in the order given, as long as the session lasts.
+    void Watch(SimulatedBody::Observer watcher);
+
+    /// Runs an operation on a record from NewRecord. Throws as Require does.
+    OPERATION_RUN Run(const OPERATION_INFO& info, RecordBytes record);
+
+    /// Writes the body's saved values back to its file, the whole file or nothing; a body that has
+    /// saved nothing leaves the file as it is. Tells people of faults that no call has met. Throws
+    /// EXIT_HOST_ERROR if the body's file or the trace can't be written.
+    void Finish() const;
+
+  private:
+    std::string m_BodyPath;  // empty: a body that is forgotten
+    std::string m_BodyText;  // of the body's file, as it would be written at the start
+    Faults m_Faults;
+    Module m_Module;
+    std::unique_ptr<Trace> m_pTrace;  // null: no trace
+    std::optional<FolderBlock> m_FolderBlock;
+    std::vector<SimulatedBody::Observer> m_Watchers;
+};

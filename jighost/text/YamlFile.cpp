@@ -1,0 +1,113 @@
+#include "jighost/text/YamlFile.h"
+
+#include <algorithm>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+#include "jighost/text/HostError.h"
+#include "jighost/text/NearestName.h"
+#include "jighost/text/Numbers.h"
+
+static const std::int64_t FORMAT = 1;
+
+static std::string ReadText(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    file.peek();  // a folder opens, but can't be read
+    if (!file.is_open() || file.bad()) {
+        throw HostError(EXIT_WRONG_USE, "can't read " + path);
+    }
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+static YAML::Node Parse(const std::string& path) {
+    try {
+        return YAML::Load(ReadText(path));
+    } catch (const YAML::Exception& e) {
+        throw HostError(
+            EXIT_WRONG_USE,
+            path + ':' + std::to_string(e.mark.line + 1) + ": expected YAML: " + e.msg);
+    }
+}
+
+YamlFile::YamlFile(const std::string& path) : m_Path(path), m_Root(Parse(path)) {
+    RequireMap(m_Root, "a map with format: 1");
+    const YAML::Node format = m_Root["format"];
+    if (!format) {
+        Refuse(m_Root, "expected format: 1, got none");
+    }
+    Number(format, "format", FORMAT, FORMAT);
+}
+
+void YamlFile::ReadMap(
+    const YAML::Node& node, const std::string& what,
+    const std::map<std::string, Reader>& readers) const {
+    RequireMap(node, what);
+    std::set<std::string> seen;
+    for (const auto& entry : node) {
+        const std::string key = Text(entry.first, "a key of " + what);
+        const auto reader = readers.find(key);
+        if (reader == readers.end()) {
+            std::vector<std::string> keys;
+            std::string list;
+            for (const auto& [known, unused] : readers) {
+                keys.push_back(known);
+                list += (list.empty() ? "" : ", ") + known;
+            }
+            Refuse(
+                entry.first, "expected a key of " + what + " (" + list + "), got '" + key + "'" +
+                                 NearestNames(key, keys));
+        }
+        if (!seen.insert(key).second) {
+            Refuse(entry.first, "expected each key once, got '" + key + "' again");
+        }
+        reader->second(entry.second);
+    }
+}
+
+std::string YamlFile::Text(const YAML::Node& node, const std::string& expected) const {
+    if (!node.IsScalar()) {
+        RefuseValue(node, expected);
+    }
+    return node.Scalar();
+}
+
+std::int64_t YamlFile::Number(
+    const YAML::Node& node, const std::string& what, std::int64_t lowest,
+    std::int64_t highest) const {
+    const auto number = node.IsScalar() ? ParseNumber<std::int64_t>(node.Scalar()) : std::nullopt;
+    if (!number || *number < lowest || *number > highest) {
+        RefuseValue(
+            node, what + ", " + std::to_string(lowest) +
+                      (lowest == highest ? "" : " to " + std::to_string(highest)));
+    }
+    return *number;
+}
+
+void YamlFile::RequireMap(const YAML::Node& node, const std::string& expected) const {
+    if (!node.IsMap()) {
+        RefuseValue(node, expected);
+    }
+}
+
+void YamlFile::RequireList(const YAML::Node& node, const std::string& expected) const {
+    if (!node.IsSequence()) {
+        RefuseValue(node, expected);
+    }
+}
+
+void YamlFile::RefuseValue(const YAML::Node& node, const std::string& expected) const {
+    const std::string got = node.IsScalar()     ? "'" + node.Scalar() + "'"
+                            : node.IsMap()      ? "a map"
+                            : node.IsSequence() ? "a list"
+                                                : "nothing";
+    Refuse(node, "expected " + expected + ", got " + got);
+}
+
+void YamlFile::Refuse(const YAML::Node& node, const std::string& text) const {
+    // An empty file has no lines.
+    const int line = std::max(node.Mark().line + 1, 1);
+    throw HostError(EXIT_WRONG_USE, m_Path + ':' + std::to_string(line) + ": " + text);
+}

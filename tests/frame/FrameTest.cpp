@@ -1,0 +1,130 @@
+// The operation frame: however an operation fails, the host gets a result code and the log one
+// closing line.
+#include "tests/support/Support.h"
+
+namespace {
+
+using SimulatedBody::FAILURE;
+using SimulatedBody::FAULT;
+using SimulatedBody::MOMENT;
+
+struct FAULT_CASE {
+    const char* name;
+    FAILURE failure;
+    std::int32_t result;
+    const char* errorLine;
+};
+
+const FAULT_CASE FAULTS[] = {
+    {"CException", {.code = 0x2005, .message = "[VALU] text"}, 0x2005, "> [ERR!] - [VALU] text\n"},
+    {"negative code", {.code = -3, .message = ""}, -3, "> [ERR!] - \n"},
+    {"std::exception", {.kind = FAULT::STANDARD_EXCEPTION}, 33, "> [ERR!] UnExpected Exception\n"},
+    {"integer", {.kind = FAULT::INTEGER, .code = 7}, 33, "> [ERR!] UnExpected Exception\n"},
+};
+
+class FrameTest : public ModuleTest {
+  protected:
+    FrameTest() { SimulatedBody::SetProperty(0x1000000, {0, 0, 0, 0}); }
+
+    std::int32_t RunGetState() { return Run("GetFactoryModeState", &m_nState); }
+
+    /// One operation after a failure shows that nothing of it is left.
+    void ExpectThatNextRunWorks() {
+        EXPECT_EQ(RunGetState(), 0);
+        EXPECT_EQ(Log(), Frame("GetFactoryModeState", 0, "> [FUNC] State - 0\n"));
+    }
+
+    std::int32_t m_nState = 0;
+};
+
+TEST_F(FrameTest, FaultOfACallBecomesAResultCode) {
+    for (const FAULT_CASE& fault : FAULTS) {
+        for (const MOMENT moment : {MOMENT::BEFORE, MOMENT::AFTER}) {
+            SCOPED_TRACE(fault.name);
+            FAILURE failure = fault.failure;
+            failure.moment = moment;
+            SimulatedBody::FailCall(1, failure);
+            EXPECT_EQ(RunGetState(), fault.result);
+            EXPECT_EQ(Log(), Frame("GetFactoryModeState", fault.result, fault.errorLine));
+            ExpectThatNextRunWorks();
+        }
+    }
+}
+
+TEST_F(FrameTest, FaultOfAConstructorBecomesAResultCode) {
+    for (const FAULT_CASE& fault : FAULTS) {
+        SCOPED_TRACE(fault.name);
+        SimulatedBody::FailConstruction(1, fault.failure);
+        EXPECT_EQ(RunGetState(), fault.result);
+        EXPECT_THAT(Calls(), IsEmpty());
+        EXPECT_EQ(Log(), Frame("GetFactoryModeState", fault.result, fault.errorLine));
+        ExpectThatNextRunWorks();
+    }
+}
+
+// Lines 1 and 2 open the frame, 3 is the value line, 4 closes it.
+TEST_F(FrameTest, FaultOfALinePrefixBecomesAResultCode) {
+    for (const FAULT_CASE& fault : FAULTS) {
+        for (std::uint32_t line = 1; line <= 4; ++line) {
+            SCOPED_TRACE(std::string(fault.name) + " in line " + std::to_string(line));
+            SimulatedBody::FailLinePrefix(line, fault.failure);
+            EXPECT_EQ(RunGetState(), fault.result);
+            const std::string closing =
+                "[FUNC] GetFactoryModeState - " + std::to_string(fault.result) + "\n";
+            EXPECT_THAT(Log(), testing::EndsWith(closing));
+            EXPECT_EQ(Log().find(closing), Log().rfind(closing)) << Log();
+            EXPECT_THAT(Log(), testing::HasSubstr(fault.errorLine));
+            ExpectThatNextRunWorks();
+        }
+    }
+}
+
+TEST_F(FrameTest, FirstFailureIsTheResult) {
+    SimulatedBody::FailCall(1, {.code = 0x2003});
+    // Opening lines, error line, closing line.
+    SimulatedBody::FailLinePrefix(4, {.kind = FAULT::INTEGER});
+    EXPECT_EQ(RunGetState(), 0x2003);
+    EXPECT_THAT(Log(), testing::EndsWith("[FUNC] GetFactoryModeState - 8195\n"));
+}
+
+TEST_F(FrameTest, EveryPrefixFailingLeavesTheResult) {
+    for (std::uint32_t line = 1; line <= 10; ++line) {
+        SimulatedBody::FailLinePrefix(line, {.kind = FAULT::INTEGER});
+    }
+    EXPECT_EQ(RunGetState(), 33);
+    EXPECT_THAT(Log(), testing::EndsWith("[FUNC] GetFactoryModeState - 33\n"));
+}
+
+// The prefixes of lines 1 and 2 are the outer frame's, 3 the path's, 4 and 5 the nested frame's.
+TEST_F(FrameTest, NestedFailureCarriesItsCode) {
+    SimulatedBody::FailLinePrefix(6, {.code = 0x2007, .message = "[VALU] prefix"});
+    EXPECT_EQ(Run("LoadPropertyData"), 0x2007);
+    EXPECT_THAT(Calls(), IsEmpty());
+    EXPECT_EQ(
+        Log(), FailedFrame(
+                   "LoadPropertyData", 0x2007, "[FUNC] GetPropertyDataCount",
+                   "> [VALU] pszFullPath - \n" +
+                       FailedFrame("GetPropertyDataCount", 0x2007, "[VALU] prefix")));
+}
+
+// GetPropertyDataList has no guard of its own: its failure is the outer frame's.
+TEST_F(FrameTest, FramelessRoutinePassesItsFailureOn) {
+    SimulatedBody::FailLinePrefix(9, {.code = 0x2007, .message = "[VALU] prefix"});
+    EXPECT_EQ(Run("LoadPropertyData"), 0x2007);
+    EXPECT_THAT(
+        Log(), testing::EndsWith("> [----]\n> [ERR!] - [VALU] prefix\n"
+                                 "> [FUNC] LoadPropertyData - 8199\n"));
+    EXPECT_EQ(CountLines(Log(), "> [FUNC] GetPropertyDataList - 0"), 0U);
+}
+
+// Two opening lines of the registration, two of the property hash between its groups.
+TEST_F(FrameTest, FailedRegistrationKeepsWhatWasRegistered) {
+    SimulatedBody::FailLinePrefix(3);
+    ClearLog();
+    EXPECT_EQ(Module().Register(), 0x2001);
+    ASSERT_FALSE(Module().registered.empty());
+    EXPECT_EQ(Module().registered.back().name, "LoadPropertyData");
+    EXPECT_EQ(Log(), FailedFrame("RegisterEventProcList", 0x2001, "[EVNT] Link failure"));
+}
+
+}  // namespace

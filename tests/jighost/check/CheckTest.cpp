@@ -1,0 +1,129 @@
+// jighost verify, diff, doctor and completion: what they say of dumps and modules that are not as
+// they should be.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <string>
+
+#include "tests/support/Support.h"
+#include "tests/support/SupportJighost.h"
+
+using testing::ContainsRegex;
+using testing::HasSubstr;
+
+namespace {
+
+/// Two dumps, "a" and "b", of the body whose file is "body.yaml".
+class JighostDumpTest : public testing::Test {
+  protected:
+    JighostDumpTest() {
+        std::filesystem::create_directory("a");
+        EXPECT_EQ(RunJighost({"body", "new", "body.yaml"}).exitCode, 0);
+        EXPECT_EQ(RunJighost({"dump", "a", "--body", "body.yaml"}).exitCode, 0);
+        std::filesystem::copy("a", "b");
+    }
+
+  private:
+    FreshFolder m_Folder;
+};
+
+}  // namespace
+
+TEST_F(JighostDumpTest, FreshDumpIsAsItShouldBe) {
+    EXPECT_EQ(RunJighost({"verify", "a", "--body", "body.yaml"}).exitCode, 0);
+    const JIGHOST_RUN diff = RunJighost({"diff", "a", "b"});
+    EXPECT_EQ(diff.exitCode, 0);
+    EXPECT_EQ(diff.output, "239 properties in both, 0 differences\n");
+}
+
+// 01000002.bin is the sensor number, 16 bytes; 01000006.bin the body ID, 8 bytes.
+TEST_F(JighostDumpTest, EachFaultOfADumpIsNamed) {
+    std::filesystem::remove("b/01000000.bin");
+    WriteFile("b/01000002.bin", "short");
+    std::string bodyID = ReadFile("b/01000006.bin");
+    ASSERT_EQ(bodyID.size(), 8U);
+    bodyID[5] = static_cast<char>(bodyID[5] + 1);
+    bodyID[7] = static_cast<char>(bodyID[7] + 1);
+    WriteFile("b/01000006.bin", bodyID);
+    WriteFile("b/notes.txt", "");
+
+    const JIGHOST_RUN verify = RunJighost({"verify", "b", "--body", "body.yaml"});
+    EXPECT_EQ(verify.exitCode, 5);
+    EXPECT_THAT(verify.output, ContainsRegex("missing +01000000.bin .*4 bytes expected"));
+    EXPECT_THAT(verify.output, ContainsRegex("length +01000002.bin .*5 bytes, 16 expected"));
+    EXPECT_THAT(
+        verify.output,
+        ContainsRegex("bytes +01000006.bin .*2 bytes differ, the first at offset 5"));
+    EXPECT_THAT(verify.output, ContainsRegex("foreign +notes.txt"));
+    EXPECT_THAT(verify.output, HasSubstr("239 files expected, 4 findings\n"));
+
+    const JIGHOST_RUN diff = RunJighost({"diff", "a", "b"});
+    EXPECT_EQ(diff.exitCode, 5);
+    EXPECT_THAT(diff.output, ContainsRegex("01000000.bin .*only in a\n"));
+    EXPECT_THAT(
+        diff.output, ContainsRegex("01000006.bin .*2 bytes differ, the first at offset 5\n"));
+    EXPECT_THAT(diff.output, HasSubstr("238 properties in both, 3 differences\n"));
+}
+
+TEST(JighostDoctorTest, ModuleBesideItServesAndLeavesNoFaultInTheFolder) {
+    const FreshFolder folder;
+    const JIGHOST_RUN run = RunJighost({"doctor"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.output, ContainsRegex("ok +registrations +131\n"));
+}
+
+TEST(JighostDoctorTest, EachReasonNotToServeIsNamed) {
+    const FreshFolder folder;
+    const auto expect = [](const std::string& module, const char* regex) {
+        const JIGHOST_RUN run = RunJighost({"doctor", module});
+        EXPECT_EQ(run.exitCode, 3) << module;
+        EXPECT_THAT(run.output, ContainsRegex(regex));
+    };
+    expect("none.so", "failed +found +there is no file ");
+    WriteFile("text.so", "no library at all");
+    expect("text.so", "failed +word size +neither");
+    WriteFile("narrow.so", std::string("\177ELF\1\1\1", 7) + std::string(60, '\0'));
+    expect("narrow.so", "failed +word size +32-bit ELF library, but this host");
+    std::string header("MZ");
+    header.resize(0x3C);
+    header += std::string("\x40\0\0\0PE\0\0\x4C\1", 10);
+    WriteFile("windows.dll", header);
+    expect("windows.dll", "failed +word size +32-bit Windows library, but this host");
+    WriteFile("cut.so", ReadFile(BuildFolder() / MODULE_FILE).substr(0, 5000));
+    expect("cut.so", "failed +word size +.*cut off");
+    expect((BuildFolder() / "libBODYLNK.so").string(), "failed +exports +without Register");
+    // A module that needs another camera link than the one that is loaded here.
+    std::string foreign = ReadFile(BuildFolder() / MODULE_FILE);
+    const std::size_t name = foreign.find("libBODYLNK.so");
+    ASSERT_NE(name, std::string::npos);
+    WriteFile("foreign.so", foreign.replace(name, 13, "libNOTHERE.so"));
+    expect("foreign.so", "failed +loads +libNOTHERE.so is missing: ");
+    std::filesystem::create_directory("JigDll.log");
+    expect("", "failed +log file +can't write ");
+}
+
+/// What bash completes at the end of a line of words, each on a line; the last word may be empty.
+static std::string Completed(const std::string& words, int last) {
+    Process bash(
+        "/bin/bash",
+        {"-c", "source <('" + JighostFile() + "' completion bash); compopt() { :; }; COMP_WORDS=(" +
+                   words + "); COMP_CWORD=" + std::to_string(last) +
+                   "; _jighost; printf '%s\\n' \"${COMPREPLY[@]}\""});
+    std::string output;
+    while (const auto line = bash.ReadLine()) {
+        output += *line + '\n';
+    }
+    return output;
+}
+
+TEST(JighostCompletionTest, CommandsOptionsOperationsAndFieldsAreCompleted) {
+    EXPECT_EQ(Completed("jighost ver", 1), "verify\n");
+    EXPECT_EQ(Completed("jighost body ''", 2), "new\nshow\n");
+    EXPECT_EQ(Completed("jighost log --f", 2), "--failed\n--follow\n");
+    EXPECT_EQ(Completed("jighost run GetBodyI", 2), "GetBodyID\n");
+    EXPECT_EQ(Completed("jighost log --operation SaveBody", 3), "SaveBodyID\n");
+    EXPECT_EQ(
+        Completed("jighost run SetBodyID Code", 3), "CodePair=\nCodeDigitHigh=\nCodeDigitLow=\n");
+    EXPECT_EQ(Completed("jighost run SetABoardEepromData D", 3), "Data[\n");
+    EXPECT_EQ(Completed("jighost dump --body x", 3), "\n");
+}

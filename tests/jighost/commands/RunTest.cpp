@@ -1,0 +1,206 @@
+// jighost as people use it: run as a program, in a folder of its own.
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+
+#include "platform/Process.h"
+#include "tests/support/Support.h"
+#include "tests/support/SupportJighost.h"
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+/// In a fresh folder with the file of a new body, whose owner is "Line 4".
+class JighostTest : public testing::Test {
+  protected:
+    JighostTest() { EXPECT_EQ(RunJighost({"body", "new", "body.yaml"}).exitCode, 0); }
+
+    static std::string Owner() {
+        return RunJighost({"run", "GetOwnerName", "--body", "body.yaml"}).output;
+    }
+
+    static JIGHOST_RUN RunSequence(
+        const std::string& text, std::vector<std::string> arguments = {}) {
+        WriteFile("sequence.yaml", "format: 1\n" + text);
+        arguments.insert(arguments.begin(), {"sequence", "sequence.yaml"});
+        return RunJighost(arguments);
+    }
+
+  private:
+    FreshFolder m_Folder;
+};
+
+const std::string SET_OWNER = "  - {operation: SetOwnerName, record: {OwnerName: Desk}}\n";
+const std::string SAVE_OWNER = "  - operation: SaveOwnerName\n";
+const std::string TOO_LONG = "  - {operation: SetSlitRollingMode, record: {AccumulateTime: 85}";
+
+TEST_F(JighostTest, ExitCodesTellTheKindOfFailure) {
+    const auto exitCode = [](const std::vector<std::string>& arguments) {
+        return RunJighost(arguments).exitCode;
+    };
+    EXPECT_EQ(exitCode({"run", "GetBodyID"}), 0);
+    EXPECT_EQ(exitCode({"run", "GetBodyIDs"}), 2);
+    EXPECT_EQ(exitCode({"run", "GetBodyID", "--none"}), 2);
+    EXPECT_EQ(exitCode({"run", "GetBodyID", "--module", "none.so"}), 3);
+    EXPECT_EQ(exitCode({"run", "SetSlitRollingMode", "AccumulateTime=85"}), 4);
+    EXPECT_EQ(RunSequence("steps:\n" + TOO_LONG + "}\n").exitCode, 4);
+    EXPECT_EQ(RunSequence("steps:\n" + TOO_LONG + ", expect: 3}\n").exitCode, 0);
+    EXPECT_EQ(RunSequence("steps:\n" + TOO_LONG + ", expect: RESULT_NOT_FOUND}\n").exitCode, 5);
+}
+
+TEST_F(JighostTest, OnlySavedValuesOutliveTheRun) {
+    const std::string before = ReadFile("body.yaml");
+    EXPECT_EQ(RunSequence("steps:\n" + SET_OWNER, {"--body", "body.yaml"}).exitCode, 0);
+    EXPECT_THAT(Owner(), StartsWith("OwnerName = \"Line 4\"\n"));
+    EXPECT_EQ(ReadFile("body.yaml"), before);
+
+    // What is saved stays, also if a later step fails.
+    const std::string steps = "steps:\n" + SET_OWNER + SAVE_OWNER + TOO_LONG + "}\n";
+    EXPECT_EQ(RunSequence(steps, {"--body", "body.yaml"}).exitCode, 4);
+    EXPECT_THAT(Owner(), StartsWith("OwnerName = \"Desk\"\n"));
+    EXPECT_EQ(RunJighost({"body", "new", "body.yaml"}).exitCode, 2);
+    EXPECT_THAT(Owner(), StartsWith("OwnerName = \"Desk\"\n"));
+}
+
+TEST_F(JighostTest, BadBodyIsRefusedWithItsLineAndLeftAsItIs) {
+    const std::pair<std::string, std::string> bodies[] = {
+        {"", "1: expected a map with format: 1, got nothing"},
+        {"format: 2\n", "1: expected format, 1, got '2'"},
+        {"format: 1\nproperty: {}\n", "2: expected a key of a body"},
+        {"format: 1\ncalendar: [1, 2]\n", "2: expected a list of 9 numbers"},
+        {"format: 1\nproperties:\n  0x01000007: 49 4d\n", "3: expected 8 bytes"},
+        {"format: 1\nproperties:\n  0x09000007: 49\n", "3: expected the id of a property"},
+        {"format: 1\neeprom: [", "2: expected YAML"},
+    };
+    for (const auto& [text, message] : bodies) {
+        WriteFile("bad.yaml", text);
+        const JIGHOST_RUN run = RunJighost({"run", "EnterFactoryMode", "--body", "bad.yaml"});
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_THAT(run.errors, HasSubstr("bad.yaml:" + message));
+        EXPECT_EQ(ReadFile("bad.yaml"), text);
+    }
+}
+
+TEST_F(JighostTest, WrongSequenceIsRefusedWithAllItsLinesBeforeItRuns) {
+    const JIGHOST_RUN run = RunSequence(
+        "steps:\n  - operation: GetBodyID\n  - operation: GetBodyIDs\n"
+        "  - operation: SetBodyID\n    record:\n      SerialNum: 4\n"
+        "  - operation: SetBodyID\n  - {operation: GetBodyID, expects: 0}\n"
+        "  - operation: GetBodyID\n    expect: RESULT_SUCESS\n");
+    EXPECT_EQ(run.exitCode, 2);
+    for (const std::string line :
+         {"4: there is no operation 'GetBodyIDs'; did you mean 'GetBodyID'",
+          "7: SetBodyID has no field 'SerialNum'", "8: SetBodyID reads a record",
+          "9: expected a key of a step", "11: expected the name or number of a result"}) {
+        EXPECT_THAT(run.errors, HasSubstr("sequence.yaml:" + line));
+    }
+    EXPECT_THAT(run.errors, HasSubstr("did you mean 'SerialNo'?"));
+    EXPECT_THAT(run.errors, HasSubstr("did you mean 'RESULT_SUCCESS'?"));
+    EXPECT_FALSE(std::filesystem::exists("JigDll.log"));
+}
+
+TEST_F(JighostTest, UnexpectedOutcomeContinuesRetriesAndStops) {
+    const std::string steps =
+        "steps:\n"
+        "  - {operation: GetOwnerName, expect_fields: {OwnerName: Desk}, on_unexpected: "
+        "continue}\n" +
+        TOO_LONG + ", name: long, on_unexpected: retry 2}\n" + SAVE_OWNER;
+    const JIGHOST_RUN run = RunSequence(steps, {"--record", "run.json"});
+    EXPECT_EQ(run.exitCode, 5);
+    EXPECT_THAT(run.output, HasSubstr("2 of 3 steps run, 2 not as expected"));
+    EXPECT_THAT(
+        run.errors, HasSubstr("step 1, GetOwnerName: expected OwnerName \"Desk\", got \"Line 4\""));
+    EXPECT_THAT(run.errors, HasSubstr("step 2, long: expected success, got"));
+    EXPECT_THAT(ReadFile("run.json"), HasSubstr("\"attempts\": 3"));
+    EXPECT_THAT(
+        RunSequence(steps, {"--from", "3"}).output,
+        HasSubstr("1 of 3 steps run, 0 not as expected"));
+    EXPECT_EQ(RunSequence(steps, {"--until", "GetOwnerName"}).exitCode, 5);
+}
+
+TEST_F(JighostTest, ShippedSequencesSucceedOnANewBody) {
+    const std::filesystem::path folder = SEQUENCE_FOLDER;
+    std::filesystem::create_directory("adjustment-data");
+    for (const char* pszName : {"identity.yaml", "adjustment-data.yaml", "inspection.yaml"}) {
+        const JIGHOST_RUN run =
+            RunJighost({"sequence", (folder / pszName).string(), "--body", "body.yaml"});
+        EXPECT_EQ(run.exitCode, 0) << run.errors;
+    }
+    EXPECT_THAT(Owner(), StartsWith("OwnerName = \"\"\n"));
+    EXPECT_TRUE(std::filesystem::exists("adjustment-data/1f000013.bin"));
+}
+
+// --- Runs that wait for the test ---
+
+/// A named pipe in a file's place: who writes it waits while it is full.
+class NamedPipe {
+  public:
+    explicit NamedPipe(const std::string& path) {
+        EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
+        m_Pipe = open(path.c_str(), O_RDONLY | O_NONBLOCK);
+        EXPECT_EQ(fcntl(m_Pipe, F_SETPIPE_SZ, 4096), 4096);
+    }
+    ~NamedPipe() { close(m_Pipe); }
+    NamedPipe(const NamedPipe&) = delete;
+    NamedPipe& operator=(const NamedPipe&) = delete;
+
+    /// Reads until the text has come; fails the test if it does not.
+    void ReadUntil(const std::string& text) const {
+        std::string all;
+        char chunk[512];
+        pollfd waiting = {m_Pipe, POLLIN, 0};
+        while (all.find(text) == std::string::npos) {
+            ASSERT_EQ(poll(&waiting, 1, 60'000), 1) << all;
+            const ssize_t count = read(m_Pipe, chunk, sizeof(chunk));
+            ASSERT_GT(count, 0) << all;
+            all.append(chunk, static_cast<std::size_t>(count));
+        }
+    }
+
+  private:
+    int m_Pipe = -1;
+};
+
+// The trace of the dump is many times what the pipe takes: the signal comes in its midst.
+TEST_F(JighostTest, InterruptEndsTheSequenceBehindTheStep) {
+    WriteFile(
+        "sequence.yaml", "format: 1\nfolder: .\nsteps:\n" + SET_OWNER + SAVE_OWNER +
+                             "  - operation: LoadPropertyData\n  - operation: ClearOwnerName\n" +
+                             SAVE_OWNER);
+    const NamedPipe talk("talk");
+    Process jighost(
+        "/bin/sh", {"-c", "exec \"$0\" \"$@\" 2>talk", JighostFile(), "sequence", "sequence.yaml",
+                    "--body", "body.yaml", "--record", "run.json", "--trace"});
+    talk.ReadUntil("LoadPropertyData\n");
+    EXPECT_EQ(kill(jighost.Id(), SIGINT), 0);
+    talk.ReadUntil("jighost: interrupted behind step 3\n");
+    EXPECT_EQ(jighost.Wait(), 130);
+    const std::string record = ReadFile("run.json");
+    EXPECT_THAT(record, HasSubstr("\"outcome\": \"interrupted\""));
+    EXPECT_THAT(record, HasSubstr("LoadPropertyData - 0"));
+    EXPECT_THAT(record, Not(HasSubstr("ClearOwnerName")));
+    EXPECT_THAT(record, EndsWith("\n}\n"));
+    EXPECT_THAT(Owner(), StartsWith("OwnerName = \"Desk\"\n"));
+}
+
+// The new file grows in a pipe, a disk that never takes all of it.
+TEST_F(JighostTest, KillWhileTheBodyIsWrittenLeavesTheFormerFile) {
+    const std::string before = ReadFile("body.yaml");
+    ASSERT_EQ(mkfifo("sequence.yaml", 0600), 0);
+    Process jighost(JighostFile(), {"sequence", "sequence.yaml", "--body", "body.yaml"});
+    const NamedPipe disk("body.yaml." + std::to_string(jighost.Id()));
+    WriteFile("sequence.yaml", "format: 1\nsteps:\n" + SET_OWNER + SAVE_OWNER);
+    disk.ReadUntil("format: 1\n");
+    jighost.Kill();
+    EXPECT_EQ(ReadFile("body.yaml"), before);
+}
+
+}  // namespace

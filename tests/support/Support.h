@@ -1,0 +1,169 @@
+// What the tests of operations stand on: a module loaded afresh for each test, its log and the
+// calls that it made of the camera, each as text.
+//
+//     TEST_F(ModuleTest, SetBodyIDPacksTheGroups) {
+//         BODY_ID_T bodyID{1507, 42, 3, 9, 12345};
+//         EXPECT_EQ(Run("SetBodyID", &bodyID), 0);
+//         EXPECT_THAT(Calls(), ElementsAre("Set 0x1000006 8: b5 0d 00 00 f9 5d a9 be"));
+//         EXPECT_EQ(Log(), Frame("SetBodyID", 0));
+//     }
+//
+// All of it goes through what a host has: the library's exports, the callback, the log file.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "bodylnk/SimulatedBody.h"
+#include "module/Module.h"
+#include "platform/Platform.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// One call of the registration callback.
+struct REGISTERED {
+    std::string name;
+    EVENT_PROC procedure;
+    std::int32_t size;
+    std::int32_t direction;
+    std::int32_t reserved;
+};
+
+/// What a host knows of the module: three exports, and what its callback was told.
+class LoadedModule {
+  public:
+    LoadedModule();  ///< loads the module from the build folder
+    LoadedModule(const LoadedModule&) = delete;
+    LoadedModule& operator=(const LoadedModule&) = delete;
+    ~LoadedModule();  ///< unloads it
+
+    decltype(&GetEventProcList) pGetEventProcList = nullptr;
+    decltype(&RegisterEventProcList) pRegisterEventProcList = nullptr;
+    decltype(&RegisterInitializeFuncList) pRegisterInitializeFuncList = nullptr;
+
+    /// Calls RegisterEventProcList with a callback that fills `registered` afresh.
+    std::int32_t Register();
+    std::vector<REGISTERED> registered;
+
+    /// The address of an export, null if there is none.
+    void (*Export(const char* name) const)() {
+        return reinterpret_cast<void (*)()>(GetProcAddress(m_Library, name));
+    }
+
+  private:
+    HMODULE m_Library;
+};
+
+/// A fresh folder as current directory; removed afterwards, and the former directory is back.
+class FreshFolder {
+  public:
+    FreshFolder();
+    FreshFolder(const FreshFolder&) = delete;
+    FreshFolder& operator=(const FreshFolder&) = delete;
+    ~FreshFolder();
+
+    std::filesystem::path path;
+
+  private:
+    std::filesystem::path m_Former;
+};
+
+/// A factory-new body with the line prefix "> ", a fresh folder, the module loaded and registered.
+class ModuleTest : public testing::Test {
+  protected:
+    ModuleTest();
+
+    /// Runs a registered operation. Log and calls then show what this run did.
+    std::int32_t Run(const std::string& name, void* pArgument = nullptr);
+
+    /// The operation alone: log and calls go on behind what they hold.
+    EVENT_PROC Operation(const std::string& name) const;
+
+    /// The log file's text since the last Run or ClearLog, lines ended by '\n' on each system.
+    std::string Log() const;
+    void ClearLog();
+
+    /// The link calls since the last Run or SimulatedBody::ClearCalls, as CallText writes them.
+    static std::vector<std::string> Calls();
+
+    /// Runs an operation and holds its result, its link calls and its whole log against these.
+    void Expect(
+        const std::string& operation, std::int32_t result, const std::vector<std::string>& calls,
+        const std::string& log, void* pArgument = nullptr);
+
+    const std::filesystem::path& Folder() const { return m_Folder.path; }
+    LoadedModule& Module() { return *m_pModule; }
+    void Unload() { m_pModule.reset(); }
+    void LoadAgain();  ///< unloads it first if it is loaded; does not register
+
+  private:
+    FreshFolder m_Folder;
+    std::unique_ptr<LoadedModule> m_pModule;
+    std::size_t m_LogStart = 0;
+};
+
+/// The folder of all build products, with the module's and other programs' file names in it.
+const std::filesystem::path& BuildFolder();
+
+// --- Texts ---
+
+/// A link call: function, name, id, number, bytes sent, and " failed" where it threw:
+///     Get 0x1000006 8                 Save 0x1000006          PushList 0x1000006
+///     Set 0x1000000 4: ff ff ff ff    InitializeList 3        SaveList
+///     Execute FA_SomeEvent 5          ClearParameters         PushParameterAsInteger 5
+///     GetReturnData 16                ChangeBank 0xEE         PushParameterAsSafeArray 2: 01 02
+///     ReadMemory 0xF000 32            CallFunction 3          GetPropertyFullPath BoardInf.ini
+std::string CallText(const SimulatedBody::CALL& call);
+
+/// Bytes as "b5 0d 00".
+std::string Hex(const SimulatedBody::Bytes& bytes);
+
+/// The bytes of a record as they lie in memory.
+template <class Record>
+SimulatedBody::Bytes BytesOf(const Record& record) {
+    const auto* pBytes = reinterpret_cast<const std::uint8_t*>(&record);
+    return {pBytes, pBytes + sizeof(record)};
+}
+
+/// The log text of one run of an operation: opening lines, the text of its work (whole lines with
+/// their prefix, nested frames among them), closing line.
+std::string Frame(const std::string& logName, std::int32_t result, const std::string& work = "");
+
+/// The same for a failed run, with its error line as the work's last line.
+std::string FailedFrame(
+    const std::string& logName, std::int32_t result, const std::string& message,
+    const std::string& work = "");
+
+/// The error line of something that is no CException.
+inline const std::string UNEXPECTED = "> [ERR!] UnExpected Exception\n";
+
+/// A file's bytes; fails the test if it can't be read.
+std::string ReadFile(const std::filesystem::path& path);
+void WriteFile(const std::filesystem::path& path, std::string_view bytes);
+
+// --- Matchers of a log; each shows the whole log where it does not match ---
+
+/// The number of lines that are exactly `line`.
+std::size_t CountLines(std::string_view log, std::string_view line);
+
+MATCHER_P(HasLine, line, "") {
+    *result_listener << "the log is\n" << arg;
+    return CountLines(arg, line) > 0;
+}
+
+/// The operation wrote exactly one closing line, as the last line, with this result.
+MATCHER_P2(Closes, logName, result, "") {
+    *result_listener << "the log is\n" << arg;
+    const std::string start = std::string("> [FUNC] ") + logName + " - ";
+    const std::string last = start + std::to_string(result) + "\n";
+    const std::string log = "\n" + std::string(arg);
+    const std::size_t first = log.find("\n" + start);
+    return first != std::string::npos && first + 1 + last.size() == log.size() &&
+           log.compare(first + 1, last.size(), last) == 0;
+}

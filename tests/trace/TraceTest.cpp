@@ -1,0 +1,169 @@
+// Traces, their replay, and faults made to order.
+#include "jighost/operations/OperationTable.h"
+#include "jighost/session/Trace.h"
+#include "tests/support/Support.h"
+#include "tests/support/SupportJighost.h"
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+class JighostTraceTest : public testing::Test {
+  protected:
+    /// Calls of every kind, on a body that is not the factory-new one, and one that fails.
+    static void RecordEveryKind() {
+        EXPECT_EQ(RunJighost({"body", "new", "body.yaml"}).exitCode, 0);
+        WriteFile("sequence.yaml", R"(format: 1
+steps:
+  - {operation: SetOwnerName, record: {OwnerName: Line 9}}
+  - operation: SaveOwnerName
+)");
+        EXPECT_EQ(RunJighost({"sequence", "sequence.yaml", "--body", "body.yaml"}).exitCode, 0);
+        WriteFile("sequence.yaml", R"(format: 1
+steps:
+  - {operation: GetOwnerName, expect_fields: {OwnerName: Line 9}}
+  - operation: GetDateTime
+  - operation: GetCameraLog
+  - operation: CheckLensActivity
+  - operation: CopyDLResonantFrequency
+  - {operation: SetABoardEepromData, expect: 0x2001, record: {"Data[7]": 1, Address: 7, Count: 1}}
+)");
+        const JIGHOST_RUN run = RunJighost(
+            {"sequence", "sequence.yaml", "--body", "body.yaml", "--fault",
+             "FA_WriteEepromData=0x2001", "--trace", "trace.jsonl"});
+        EXPECT_EQ(run.exitCode, 0) << run.errors;
+    }
+
+    /// Replays the recorded trace with a text in it exchanged for another.
+    static JIGHOST_RUN ReplayChanged(const std::string& from, const std::string& to) {
+        std::string text = ReadFile("trace.jsonl");
+        const std::size_t place = text.find(from);
+        EXPECT_NE(place, std::string::npos) << from;
+        WriteFile("changed.jsonl", text.replace(place, from.size(), to));
+        return RunJighost({"replay", "changed.jsonl"});
+    }
+
+  private:
+    FreshFolder m_Folder;
+};
+
+TEST_F(JighostTraceTest, AnswersComeFromTheTraceAndNotFromTheBody) {
+    RecordEveryKind();
+    const JIGHOST_RUN run = RunJighost({"replay", "trace.jsonl"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.output, StartsWith("6 operations, ")) << run.errors;
+}
+
+TEST_F(JighostTraceTest, FirstDifferenceIsTold) {
+    RecordEveryKind();
+    const auto expect = [](const std::string& from, const std::string& to,
+                           const std::string& difference) {
+        const JIGHOST_RUN run = ReplayChanged(from, to);
+        EXPECT_EQ(run.exitCode, 5);
+        EXPECT_THAT(run.output, HasSubstr(difference));
+    };
+    // What the camera was asked, what it answered, and what the host was told.
+    expect(
+        R"("sent":"07 12 80 12 20 90 00 00")", R"("sent":"07 12 80 13 20 90 00 00")",
+        "operation 4, CheckLensActivity, differs in call 3\n"
+        "  expected: WriteMemory 0x0 8: 07 12 80 13 20 90 00 00\n"
+        "  made:     WriteMemory 0x0 8: 07 12 80 12 20 90 00 00\n");
+    expect(
+        R"("received":"4c 69 6e 65 20 39)", R"("received":"4c 69 6e 65 20 38)",
+        "operation 1, GetOwnerName, differs in record from byte 5 on, OwnerName\n"
+        "  expected: 39 ");
+    expect(
+        R"("name":"FA_WriteEepromData","id":0,"value":0,"from_list":true)",
+        R"("name":"FA_WriteEepromData","id":0,"value":0,"from_list":false)",
+        "operation 6, SetABoardEepromData, differs in call 5\n"
+        "  expected: Execute FA_WriteEepromData 0\n"
+        "  made:     Execute FA_WriteEepromData (list)\n");
+    expect(
+        R"("result":8193)", R"("result":0)",
+        "operation 6, SetABoardEepromData, differs in result\n"
+        "  expected: RESULT_SUCCESS (0)\n");
+}
+
+TEST_F(JighostTraceTest, WrongLineIsNamedWithItsNumber) {
+    RecordEveryKind();
+    const auto expect = [](const std::string& from, const std::string& to,
+                           const std::string& complaint) {
+        const JIGHOST_RUN run = ReplayChanged(from, to);
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_EQ(run.errors, "jighost: changed.jsonl:" + complaint + "\n");
+    };
+    expect("\"format\":1", "\"format\":2", "1: expected a jighost trace of format 1");
+    expect("\"GetOwnerName\"", "\"GetOwner\"", "2: name: expected an operation, got \"GetOwner\"");
+    expect("\"entry\":\"log\"", "\"entry\":[]", "3: entry: expected a text, got []");
+    expect("\n{\"entry\":\"log\"", "\n[{\"entry\":\"log\"", "3: expected a JSON object");
+    expect("\"call\":1,\"function\"", "\"call\":2,\"function\"", "5: call: expected 1, got 2");
+    expect(
+        "\"size_left\":null", "\"size_left\":4294967296",
+        "6: size_left: expected a number from 0 to 4294967295, got 4294967296");
+}
+
+TEST_F(JighostTraceTest, ShownCallsStandBetweenTheLogLinesAroundThem) {
+    const std::string trace = RunJighost({"run", "SetFilePrefix", "--trace"}).errors;
+    std::size_t place = 0;
+    for (const char* pszText :
+         {"SetFilePrefix\n", "[FUNC] GetBodyID\n", "   1 Get 0x1000006 8 -> ", "[VALU] BodyID",
+          "   2 Set 0x1000007 8: ", "[FUNC] SetFilePrefix - 0\n",
+          "SetFilePrefix: RESULT_SUCCESS (0), 2 calls, "}) {
+        place = trace.find(pszText, place);
+        ASSERT_NE(place, std::string::npos) << pszText << " is missing in\n" << trace;
+    }
+}
+
+TEST_F(JighostTraceTest, FaultsStrikeWhereTheyAreAsked) {
+    const auto expect = [](const std::string& fault, const std::string& result) {
+        JIGHOST_RUN run = RunJighost({"run", "TurnOffDisplay", "--fault", fault});
+        EXPECT_THAT(run.output, HasSubstr("TurnOffDisplay: " + result + "\n")) << fault;
+        return run;
+    };
+    expect("TurnOffDisplay:1=0x2001", "event or link code (8193)");
+    expect("FactDisp_TurnOffDisplay=-3", "event or link code (-3)");
+    expect("TurnOffDisplay:1:word=7", "RESULT_RUNTIME_ERROR (7)");
+    expect("FactDisp_TurnOffDisplay:word=5", "RESULT_OUT_OF_MEMORY (5)");
+    EXPECT_EQ(
+        expect("TurnOffDisplay:2=0x2001", "RESULT_SUCCESS (0)").errors,
+        "jighost: no call has met the fault TurnOffDisplay:2=0x2001\n");
+}
+
+TEST_F(JighostTraceTest, FaultThatCannotBeIsRefused) {
+    const auto expect = [](const std::string& fault, const std::string& complaint) {
+        const JIGHOST_RUN run = RunJighost({"run", "SetFilePrefix", "--fault", fault});
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_THAT(run.errors, StartsWith("jighost: --fault " + fault + ": " + complaint));
+    };
+    expect("SetFilePrefix", "expected OPERATION:CALL=CODE, ");
+    expect("SetFilePrefix:0=1", "expected a call's number from 1 on");
+    expect("SetFilePrefix:2=many", "expected a number from -2147483648 to 2147483647");
+    expect("SetFilePrefixes:2=1", "there is no operation 'SetFilePrefixes'; did you mean 'SetFile");
+    expect("FA_WriteEprom:word=1", "there is no event 'FA_WriteEprom'; did you mean 'FA_WriteEe");
+    expect("SetFilePrefix=1", "SetFilePrefix is an operation: expected the number of its link");
+}
+
+TEST_F(ModuleTest, TracedCallIsInTheFileBeforeItIsMade) {
+    const std::unique_ptr<Trace> trace = NewTrace("trace.jsonl");
+    std::string textThen;
+    SimulatedBody::Observe([&](const SimulatedBody::CALL& call, bool complete) {
+        trace->OnCall(call, complete);
+        if (!complete && call.function == "CProperty::Set") {
+            textThen = ReadFile("trace.jsonl");
+        }
+    });
+    trace->BeginOperation(*FindOperation("SetFilePrefix"), {});
+    EXPECT_EQ(Run("SetFilePrefix"), 0);
+    SimulatedBody::Observe({});
+
+    // What a process that was killed in this call would leave; and one killed while writing.
+    WriteFile("killed.jsonl", textThen + "{\"entry\":\"ans");
+    const JIGHOST_RUN run = RunJighost({"replay", "killed.jsonl"});
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_THAT(run.output, StartsWith("0 operations, 1 call as recorded\n"));
+    EXPECT_THAT(run.output, HasSubstr("cut off at SetFilePrefix, call 2, Set 0x1000007 8: "));
+    EXPECT_THAT(run.output, HasSubstr(", which never returned\n"));
+}
+
+}  // namespace

@@ -1,0 +1,55 @@
+// A trace: operations of the module with their records, and what they asked of the camera, as a
+// file of JSON Lines. The format stands first, then what happened, in order. Each line is in the
+// system's hands before anything else happens, so that a call that never returns, or that ends the
+// program, is the last line. Bytes are hexadecimal digits; numbers count from 1.
+//
+//     {"format":1,"content":"jighost trace"}
+//     {"entry":"operation","operation":1,"name":"GetBodyID","record":"00 00 ..."}
+//     {"entry":"log","line":"2026/11/22 20:10:29.123 [FUNC] GetBodyID"}
+//     {"entry":"call","operation":1,"call":1,"function":"CProperty::Get","name":"","id":16777222,
+//      "value":8,"from_list":false,"sent":""}
+//     {"entry":"answer","operation":1,"call":1,"received":"b5 0d ...","size_left":null,
+//      "result":null,"failure":null,"time_ms":0.012}
+//     {"entry":"result","operation":1,"result":0,"record":"...","time_ms":0.4}
+//
+// each one line. A failure is {"kind":"camera exception","code":8193,"message":"..."}; the other
+// kinds are "standard exception" and "integer".
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "link/Call.h"
+
+constexpr std::uint32_t TRACE_FORMAT = 1;
+constexpr char TRACE_CONTENT[] = "jighost trace";
+
+struct TRACED_FAULT {
+    Link::FAULT kind;
+    const char* name;
+};
+
+constexpr TRACED_FAULT TRACED_FAULTS[] = {
+    {Link::FAULT::CAMERA_EXCEPTION, "camera exception"},
+    {Link::FAULT::STANDARD_EXCEPTION, "standard exception"},
+    {Link::FAULT::INTEGER, "integer"},
+};
+
+struct TRACED_OPERATION {
+    std::string name;
+    std::size_t line = 0;                ///< of the file, from 1, where it begins
+    Link::Bytes record;                  ///< as it was given; it may lack zeros at its end
+    std::vector<Link::CALL> calls;       ///< with their answers
+    bool bUnanswered = false;            ///< the last one has none: it never returned
+    std::optional<std::int32_t> result;  ///< none: the trace ends within the operation
+    Link::Bytes returned;                ///< the record that came back, the same way
+};
+
+/// A file that can't be written, or is no trace; its text names the file.
+class TraceError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};

@@ -1,0 +1,245 @@
+#include "trace/TraceReader.h"
+
+#include <algorithm>
+#include <fstream>
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "trace/Hex.h"
+#include "trace/Trace.h"
+
+using Json = nlohmann::json;
+using Link::Bytes;
+using Link::CALL;
+using Link::FAILURE;
+
+namespace {
+
+/// What is wrong with a line, without its place.
+class LineError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+const Json& Value(const Json& entry, const char* pszKey) {
+    const auto found = entry.find(pszKey);
+    if (found == entry.end()) {
+        throw LineError(std::string("expected \"") + pszKey + "\"");
+    }
+    return *found;
+}
+
+[[noreturn]] void RefuseValue(const Json& value, const char* pszKey, const std::string& expected) {
+    const std::size_t longest = 40;
+    std::string text = value.dump(-1, ' ', false, Json::error_handler_t::replace);
+    if (text.size() > longest) {
+        text = text.substr(0, longest) + "...";
+    }
+    throw LineError(std::string(pszKey) + ": expected " + expected + ", got " + text);
+}
+
+template <class Number>
+Number NumberOf(const Json& value, const char* pszKey) {
+    using Limits = std::numeric_limits<Number>;
+    const bool bFits =
+        value.is_number_unsigned()
+            ? std::in_range<Number>(value.get<std::uint64_t>())
+            : value.is_number_integer() && std::in_range<Number>(value.get<std::int64_t>());
+    if (!bFits) {
+        RefuseValue(
+            value, pszKey,
+            "a number from " + std::to_string(Limits::min()) + " to " +
+                std::to_string(Limits::max()));
+    }
+    return value.get<Number>();
+}
+
+template <class Number>
+Number NumberAt(const Json& entry, const char* pszKey) {
+    return NumberOf<Number>(Value(entry, pszKey), pszKey);
+}
+
+template <class Number>
+std::optional<Number> OptionalNumberAt(const Json& entry, const char* pszKey) {
+    const Json& value = Value(entry, pszKey);
+    return value.is_null() ? std::nullopt : std::optional(NumberOf<Number>(value, pszKey));
+}
+
+std::string TextAt(const Json& entry, const char* pszKey) {
+    const Json& value = Value(entry, pszKey);
+    if (!value.is_string()) {
+        RefuseValue(value, pszKey, "a text");
+    }
+    return value.get<std::string>();
+}
+
+Bytes BytesAt(const Json& entry, const char* pszKey) {
+    const std::optional<Bytes> bytes = ParseHex(TextAt(entry, pszKey));
+    if (!bytes) {
+        RefuseValue(entry.at(pszKey), pszKey, "bytes as hexadecimal digits, two for each");
+    }
+    return *bytes;
+}
+
+bool FlagAt(const Json& entry, const char* pszKey) {
+    const Json& value = Value(entry, pszKey);
+    if (!value.is_boolean()) {
+        RefuseValue(value, pszKey, "true or false");
+    }
+    return value.get<bool>();
+}
+
+std::optional<FAILURE> FailureAt(const Json& entry) {
+    const Json& value = Value(entry, "failure");
+    if (value.is_null()) {
+        return std::nullopt;
+    }
+    const std::string kind = TextAt(value, "kind");
+    const auto* pNamed = std::find_if(
+        std::begin(TRACED_FAULTS), std::end(TRACED_FAULTS),
+        [&](const TRACED_FAULT& named) { return named.name == kind; });
+    if (pNamed == std::end(TRACED_FAULTS)) {
+        RefuseValue(value, "failure", "a known kind");
+    }
+    FAILURE failure;
+    failure.kind = pNamed->kind;
+    failure.code = NumberAt<std::int32_t>(value, "code");
+    failure.message = TextAt(value, "message");
+    return failure;
+}
+
+/// Takes a trace line by line; throws LineError.
+class TraceReader {
+  public:
+    /// `number` is the line's in the file, from 1.
+    void Take(const std::string& line, std::size_t number);
+
+    bool IsEmpty() const { return !m_bStarted; }
+    std::vector<TRACED_OPERATION> operations;
+
+  private:
+    void TakeStart(const Json& json);
+    void TakeOperation(const Json& entry, std::size_t number);
+    void TakeCall(const Json& entry);
+    void TakeAnswer(const Json& entry);
+    void TakeResult(const Json& entry);
+
+    TRACED_OPERATION& Running(bool bUnanswered, const char* pszEntry);
+
+    bool m_bStarted = false;
+};
+
+void TraceReader::Take(const std::string& line, std::size_t number) {
+    const Json json = Json::parse(line, nullptr, false);
+    if (!json.is_object()) {
+        throw LineError("expected a JSON object");
+    }
+    if (!m_bStarted) {
+        TakeStart(json);
+        return;
+    }
+    const std::string entry = TextAt(json, "entry");
+    if (entry == "operation") {
+        TakeOperation(json, number);
+    } else if (entry == "call") {
+        TakeCall(json);
+    } else if (entry == "answer") {
+        TakeAnswer(json);
+    } else if (entry == "result") {
+        TakeResult(json);
+    } else if (entry != "log") {
+        RefuseValue(
+            json.at("entry"), "entry",
+            "\"operation\", \"call\", \"answer\", \"result\" or \"log\"");
+    }
+}
+
+void TraceReader::TakeStart(const Json& json) {
+    if (TextAt(json, "content") != TRACE_CONTENT ||
+        NumberAt<std::uint32_t>(json, "format") != TRACE_FORMAT) {
+        throw LineError(
+            std::string("expected a ") + TRACE_CONTENT + " of format " +
+            std::to_string(TRACE_FORMAT));
+    }
+    m_bStarted = true;
+}
+
+void TraceReader::TakeOperation(const Json& entry, std::size_t number) {
+    if (!operations.empty() && !operations.back().result) {
+        throw LineError("expected the result of the operation before");
+    }
+    TRACED_OPERATION operation;
+    operation.name = TextAt(entry, "name");
+    operation.line = number;
+    operation.record = BytesAt(entry, "record");
+    operations.push_back(std::move(operation));
+}
+
+/// The operation that this entry belongs to.
+TRACED_OPERATION& TraceReader::Running(bool bUnanswered, const char* pszEntry) {
+    if (operations.empty() || operations.back().result ||
+        operations.back().bUnanswered != bUnanswered) {
+        throw LineError(std::string("there can be no ") + pszEntry + " here");
+    }
+    return operations.back();
+}
+
+static void CheckCallNumber(const Json& entry, std::size_t expected) {
+    if (NumberAt<std::uint32_t>(entry, "call") != expected) {
+        RefuseValue(entry.at("call"), "call", std::to_string(expected));
+    }
+}
+
+void TraceReader::TakeCall(const Json& entry) {
+    TRACED_OPERATION& operation = Running(false, "call");
+    CheckCallNumber(entry, operation.calls.size() + 1);
+    CALL call;
+    call.function = TextAt(entry, "function");
+    call.name = TextAt(entry, "name");
+    call.id = NumberAt<std::uint32_t>(entry, "id");
+    call.value = NumberAt<std::int64_t>(entry, "value");
+    call.fromList = FlagAt(entry, "from_list");
+    call.sent = BytesAt(entry, "sent");
+    operation.calls.push_back(std::move(call));
+    operation.bUnanswered = true;
+}
+
+void TraceReader::TakeAnswer(const Json& entry) {
+    TRACED_OPERATION& operation = Running(true, "answer");
+    CheckCallNumber(entry, operation.calls.size());
+    CALL& call = operation.calls.back();
+    call.received = BytesAt(entry, "received");
+    call.sizeLeft = OptionalNumberAt<std::uint32_t>(entry, "size_left");
+    call.result = OptionalNumberAt<std::int32_t>(entry, "result");
+    call.failure = FailureAt(entry);
+    operation.bUnanswered = false;
+}
+
+void TraceReader::TakeResult(const Json& entry) {
+    TRACED_OPERATION& operation = Running(false, "result");
+    operation.returned = BytesAt(entry, "record");
+    operation.result = NumberAt<std::int32_t>(entry, "result");
+}
+
+}  // namespace
+
+std::vector<TRACED_OPERATION> ReadTrace(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file.is_open()) {
+        throw TraceError("can't read the trace " + path);
+    }
+    TraceReader reader;
+    std::size_t number = 1;
+    try {
+        for (std::string line; std::getline(file, line) && !file.eof(); ++number) {
+            reader.Take(line, number);
+        }
+        if (reader.IsEmpty()) {
+            throw LineError("expected the first line of a trace");
+        }
+    } catch (const LineError& e) {
+        throw TraceError(path + ':' + std::to_string(number) + ": " + e.what());
+    }
+    return std::move(reader.operations);
+}

@@ -1,0 +1,40 @@
+// Writes a trace, entry by entry.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "trace/Trace.h"
+
+/// No entry fails because it can't be written: Finish tells it.
+class TraceWriter {
+  public:
+    using Milliseconds = std::chrono::duration<double, std::milli>;
+
+    /// Makes the file anew. Throws TraceError if there can be no such file.
+    explicit TraceWriter(const std::string& path);
+    TraceWriter(const TraceWriter&) = delete;
+    TraceWriter& operator=(const TraceWriter&) = delete;
+    ~TraceWriter();
+
+    void WriteOperation(std::string_view name, std::span<const std::uint8_t> record);
+    void WriteLogLine(std::string_view line);
+    /// Of a call that has not been made yet; `number` counts those of the operation, from 1.
+    void WriteCall(const Link::CALL& call, std::uint32_t number);
+    void WriteAnswer(const Link::CALL& call, std::uint32_t number, Milliseconds time);
+    void WriteResult(std::int32_t result, std::span<const std::uint8_t> record, Milliseconds time);
+
+    /// Throws TraceError if not all of the trace could be written.
+    void Finish() const;
+
+  private:
+    void WriteLine(std::string_view line);
+
+    std::string m_Path;
+    int m_nFile = -1;
+    int m_nError = 0;  // of the first write that failed; none is tried behind it
+    std::uint32_t m_Operations = 0;
+};
