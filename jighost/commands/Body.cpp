@@ -14,6 +14,27 @@
 #include "jighost/text/Numbers.h"
 #include "trace/Hex.h"
 
+static void ShowBody(const HOST& host, const std::string& path);
+static void NewBody(const std::string& path);
+static CLI::App* AddFileCommand(
+    CLI::App& body, const std::string& name, const std::string& description,
+    const std::function<void(const std::string&)>& work);
+
+void AddBodyCommand(CLI::App& app, HOST& host) {
+    CLI::App* pCommand = app.add_subcommand("body", "Makes and shows files for --body");
+    pCommand->require_subcommand(1);
+    pCommand->footer(
+        "Examples:\n"
+        "  jighost body new desk.yaml\n"
+        "  jighost run SaveOwnerName --body desk.yaml\n"
+        "  jighost body show desk.yaml");
+    AddFileCommand(*pCommand, "new", "Makes the file of a factory-new body", NewBody);
+    CLI::App* pShow = AddFileCommand(
+        *pCommand, "show", "Shows what a body has saved",
+        [&host](const std::string& path) { ShowBody(host, path); });
+    AddJsonOption(*pShow, host);
+}
+
 /// What a person may want to change by hand: properties of no more bytes than this.
 static const std::uint32_t EDITABLE_SIZE = 128;
 
@@ -86,19 +107,4 @@ static CLI::App* AddFileCommand(
     pCommand->callback([pPath, work] { work(*pPath); });
     pCommand->footer("Example:\n  jighost body " + name + " desk.yaml");
     return pCommand;
-}
-
-void AddBodyCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand = app.add_subcommand("body", "Makes and shows files for --body");
-    pCommand->require_subcommand(1);
-    pCommand->footer(
-        "Examples:\n"
-        "  jighost body new desk.yaml\n"
-        "  jighost run SaveOwnerName --body desk.yaml\n"
-        "  jighost body show desk.yaml");
-    AddFileCommand(*pCommand, "new", "Makes the file of a factory-new body", NewBody);
-    CLI::App* pShow = AddFileCommand(
-        *pCommand, "show", "Shows what a body has saved",
-        [&host](const std::string& path) { ShowBody(host, path); });
-    AddJsonOption(*pShow, host);
 }

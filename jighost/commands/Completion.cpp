@@ -6,6 +6,18 @@
 #include "jighost/commands/Commands.h"
 #include "jighost/operations/OperationTable.h"
 
+static void WriteBashCompletion(const CLI::App& app);
+
+void AddCompletionCommand(CLI::App& app, HOST& /*host*/) {
+    CLI::App* pCommand =
+        app.add_subcommand("completion", "Prints a script that completes jighost's command lines");
+    pCommand->require_subcommand(1);
+    pCommand->footer("Example:\n  source <(jighost completion bash)");
+    CLI::App* pBash = pCommand->add_subcommand("bash", "The script for bash");
+    pBash->footer("Example:\n  source <(jighost completion bash)");
+    pBash->callback([&app] { WriteBashCompletion(app); });
+}
+
 /// Ahead of the tables: finds the command of the line so far, and the operation of a run.
 static const char SCRIPT_START[] =
     R"(# Completion of jighost for bash:  source <(jighost completion bash)
@@ -134,14 +146,4 @@ static void WriteBashCompletion(const CLI::App& app) {
     std::cout << start << tables.paths << BEHIND_COMMANDS << valueOptions << BEHIND_VALUE_OPTIONS
               << tables.options << BEHIND_OPTIONS << FieldBranches() << BEHIND_FIELDS
               << tables.subcommands << SCRIPT_END;
-}
-
-void AddCompletionCommand(CLI::App& app, HOST& /*host*/) {
-    CLI::App* pCommand =
-        app.add_subcommand("completion", "Prints a script that completes jighost's command lines");
-    pCommand->require_subcommand(1);
-    pCommand->footer("Example:\n  source <(jighost completion bash)");
-    CLI::App* pBash = pCommand->add_subcommand("bash", "The script for bash");
-    pBash->footer("Example:\n  source <(jighost completion bash)");
-    pBash->callback([&app] { WriteBashCompletion(app); });
 }

@@ -10,8 +10,19 @@
 #include "jighost/operations/ResultName.h"
 #include "jighost/session/Module.h"
 
+static void WriteDocument(const HOST& host);
+
+void AddDocsCommand(CLI::App& app, HOST& host) {
+    CLI::App* pCommand =
+        app.add_subcommand("docs", "Prints the document of all operations and records");
+    AddModuleOption(*pCommand, host);
+    pCommand->footer("Example:\n  jighost docs > operations.md");
+    pCommand->callback([&host] { WriteDocument(host); });
+}
+
 static const char INTRODUCTION[] =
-    "<!-- Written by ./dev docs; what stands here is changed in jighost/operations/OperationTable.cpp and\n"
+    "<!-- Written by ./dev docs; what stands here is changed in "
+    "jighost/operations/OperationTable.cpp and\n"
     "jighost/operations/OperationRecords.h. -->\n"
     "# Operations\n"
     "\n"
@@ -180,12 +191,4 @@ static void WriteDocument(const HOST& host) {
     for (const RECORD* pRecord : Records()) {
         WriteRecord(*pRecord);
     }
-}
-
-void AddDocsCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand =
-        app.add_subcommand("docs", "Prints the document of all operations and records");
-    AddModuleOption(*pCommand, host);
-    pCommand->footer("Example:\n  jighost docs > operations.md");
-    pCommand->callback([&host] { WriteDocument(host); });
 }

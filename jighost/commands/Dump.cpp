@@ -14,6 +14,23 @@
 #include "jighost/session/Session.h"
 #include "platform/Program.h"
 
+static void Dump(const HOST& host, const std::string& folder);
+
+void AddDumpCommand(CLI::App& app, HOST& host) {
+    CLI::App* pCommand =
+        app.add_subcommand("dump", "Dumps all adjustment data of the body into a folder");
+    const auto pFolder = std::make_shared<std::string>();
+    pCommand->add_option("folder", *pFolder, "An existing folder; its files are replaced")
+        ->required();
+    AddSessionOptions(*pCommand, host);
+    AddJsonOption(*pCommand, host);
+    pCommand->footer(
+        "Examples:\n"
+        "  mkdir adjust && jighost dump adjust\n"
+        "  jighost dump adjust --fault LoadPropertyData:100=0x2001");
+    pCommand->callback([&host, pFolder] { Dump(host, *pFolder); });
+}
+
 /// Watches a dump by its reads from the camera, one for each row, and draws the progress of it.
 class DumpProgress {
   public:
@@ -100,19 +117,4 @@ static void Dump(const HOST& host, const std::string& folder) {
         throw HostError(EXIT_OPERATION_FAILED, FailureText(run, progress.Rows()));
     }
     ShowDump(host, folder, run, progress);
-}
-
-void AddDumpCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand =
-        app.add_subcommand("dump", "Dumps all adjustment data of the body into a folder");
-    const auto pFolder = std::make_shared<std::string>();
-    pCommand->add_option("folder", *pFolder, "An existing folder; its files are replaced")
-        ->required();
-    AddSessionOptions(*pCommand, host);
-    AddJsonOption(*pCommand, host);
-    pCommand->footer(
-        "Examples:\n"
-        "  mkdir adjust && jighost dump adjust\n"
-        "  jighost dump adjust --fault LoadPropertyData:100=0x2001");
-    pCommand->callback([&host, pFolder] { Dump(host, *pFolder); });
 }

@@ -8,6 +8,17 @@
 #include "jighost/output/Json.h"
 #include "jighost/session/Module.h"
 
+static void List(const HOST& host);
+
+void AddListCommand(CLI::App& app, HOST& host) {
+    CLI::App* pCommand =
+        app.add_subcommand("list", "Lists all operations that the module registers");
+    AddModuleOption(*pCommand, host);
+    AddJsonOption(*pCommand, host);
+    pCommand->footer("Examples:\n  jighost list\n  jighost list --json");
+    pCommand->callback([&host] { List(host); });
+}
+
 static std::string DirectionName(std::int32_t direction) {
     switch (direction) {
         case EVENT_PROC_IN:
@@ -56,13 +67,4 @@ static void ListText(const Module& module) {
 static void List(const HOST& host) {
     const Module module(host.session.modulePath);
     host.bJson ? ListJson(module) : ListText(module);
-}
-
-void AddListCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand =
-        app.add_subcommand("list", "Lists all operations that the module registers");
-    AddModuleOption(*pCommand, host);
-    AddJsonOption(*pCommand, host);
-    pCommand->footer("Examples:\n  jighost list\n  jighost list --json");
-    pCommand->callback([&host] { List(host); });
 }

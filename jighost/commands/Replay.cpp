@@ -9,6 +9,25 @@
 #include "jighost/output/Json.h"
 #include "jighost/replay/ReplayRun.h"
 
+static EXIT_CODE RunTrace(const HOST& host, const std::string& path);
+
+void AddReplayCommand(CLI::App& app, HOST& host) {
+    CLI::App* pCommand = app.add_subcommand(
+        "replay", "Runs a trace's operations with the recorded answers and tells what differs");
+    const auto pPath = std::make_shared<std::string>();
+    pCommand->add_option("trace", *pPath, "A file that --trace has written")->required();
+    AddModuleOption(*pCommand, host);
+    AddJsonOption(*pCommand, host);
+    pCommand->footer(
+        "Examples:\n"
+        "  jighost run SetFilePrefix --trace prefix.jsonl && jighost replay prefix.jsonl\n"
+        "  jighost replay prefix.jsonl --module build/TuneBench.t460.so --json\n"
+        "The first call, result or record that differs ends it with exit code 5. Of a trace that\n"
+        "was cut off, what there is is replayed. The camera's answers alone come from the trace:\n"
+        "BoardInf.ini is read where it was then. A dump goes to a folder that is removed again.");
+    pCommand->callback([&host, pPath] { host.exitCode = RunTrace(host, *pPath); });
+}
+
 /// A new folder for what a dump writes, which nobody needs again; removed at the end.
 class ScratchFolder {
   public:
@@ -80,21 +99,4 @@ static EXIT_CODE RunTrace(const HOST& host, const std::string& path) {
         Show(replay);
     }
     return replay.difference ? EXIT_UNEXPECTED : EXIT_OK;
-}
-
-void AddReplayCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand = app.add_subcommand(
-        "replay", "Runs a trace's operations with the recorded answers and tells what differs");
-    const auto pPath = std::make_shared<std::string>();
-    pCommand->add_option("trace", *pPath, "A file that --trace has written")->required();
-    AddModuleOption(*pCommand, host);
-    AddJsonOption(*pCommand, host);
-    pCommand->footer(
-        "Examples:\n"
-        "  jighost run SetFilePrefix --trace prefix.jsonl && jighost replay prefix.jsonl\n"
-        "  jighost replay prefix.jsonl --module build/TuneBench.t460.so --json\n"
-        "The first call, result or record that differs ends it with exit code 5. Of a trace that\n"
-        "was cut off, what there is is replayed. The camera's answers alone come from the trace:\n"
-        "BoardInf.ini is read where it was then. A dump goes to a folder that is removed again.");
-    pCommand->callback([&host, pPath] { host.exitCode = RunTrace(host, *pPath); });
 }

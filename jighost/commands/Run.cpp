@@ -17,6 +17,33 @@ struct RUN_OPTIONS {
     std::string hex;
 };
 
+static EXIT_CODE Run(const HOST& host, const RUN_OPTIONS& options);
+
+void AddRunCommand(CLI::App& app, HOST& host) {
+    CLI::App* pCommand = app.add_subcommand(
+        "run", "Runs one operation and shows the record that came back and the result");
+    const auto pOptions = std::make_shared<RUN_OPTIONS>();
+    pCommand->add_option("operation", pOptions->operation, "Name of the operation")->required();
+    pCommand->add_option("fields", pOptions->fields, "Fields of its record; the others are zero")
+        ->type_name("FIELD=VALUE");
+    pCommand->add_option("--hex", pOptions->hex, "The record's bytes, before any fields")
+        ->type_name("BYTES");
+    AddSessionOptions(*pCommand, host);
+    AddJsonOption(*pCommand, host);
+    pCommand->footer(
+        "Examples:\n"
+        "  jighost run GetBodyID --json\n"
+        "  jighost run SetBodyID ManufactureMonth=1507 CodePair=42 SerialNo=12345\n"
+        "  jighost run SetABoardEepromData Address=10 Count=1 'Data[10]=0x0a3c'\n"
+        "  jighost run SetTimeZone --hex 01000000 --body desk.yaml\n"
+        "  jighost run SetFilePrefix --trace\n"
+        "  jighost run SetFilePrefix --trace prefix.jsonl --fault SetFilePrefix:2=0x2001\n"
+        "  jighost run TurnOffDisplay --fault FactDisp_TurnOffDisplay:word=3\n"
+        "BoardInf.ini is taken from the current directory, or else from beside jighost. A dump\n"
+        "without a folder block goes to the current directory.");
+    pCommand->callback([&host, pOptions] { host.exitCode = Run(host, *pOptions); });
+}
+
 static void SetFieldArgument(
     const OPERATION_INFO& info, RecordBytes& bytes, const std::string& argument) {
     const std::size_t equals = argument.find('=');
@@ -68,29 +95,4 @@ static EXIT_CODE Run(const HOST& host, const RUN_OPTIONS& options) {
     }
     std::cerr << "jighost: " << info.name << " failed: " << LastError(run.log) << '\n';
     return EXIT_OPERATION_FAILED;
-}
-
-void AddRunCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand = app.add_subcommand(
-        "run", "Runs one operation and shows the record that came back and the result");
-    const auto pOptions = std::make_shared<RUN_OPTIONS>();
-    pCommand->add_option("operation", pOptions->operation, "Name of the operation")->required();
-    pCommand->add_option("fields", pOptions->fields, "Fields of its record; the others are zero")
-        ->type_name("FIELD=VALUE");
-    pCommand->add_option("--hex", pOptions->hex, "The record's bytes, before any fields")
-        ->type_name("BYTES");
-    AddSessionOptions(*pCommand, host);
-    AddJsonOption(*pCommand, host);
-    pCommand->footer(
-        "Examples:\n"
-        "  jighost run GetBodyID --json\n"
-        "  jighost run SetBodyID ManufactureMonth=1507 CodePair=42 SerialNo=12345\n"
-        "  jighost run SetABoardEepromData Address=10 Count=1 'Data[10]=0x0a3c'\n"
-        "  jighost run SetTimeZone --hex 01000000 --body desk.yaml\n"
-        "  jighost run SetFilePrefix --trace\n"
-        "  jighost run SetFilePrefix --trace prefix.jsonl --fault SetFilePrefix:2=0x2001\n"
-        "  jighost run TurnOffDisplay --fault FactDisp_TurnOffDisplay:word=3\n"
-        "BoardInf.ini is taken from the current directory, or else from beside jighost. A dump\n"
-        "without a folder block goes to the current directory.");
-    pCommand->callback([&host, pOptions] { host.exitCode = Run(host, *pOptions); });
 }

@@ -20,6 +20,34 @@ struct SEQUENCE_OPTIONS {
     std::string recordPath;
 };
 
+static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options);
+
+void AddSequenceCommand(CLI::App& app, HOST& host) {
+    CLI::App* pCommand = app.add_subcommand(
+        "sequence", "Runs the steps of a file and holds each against what is expected of it");
+    const auto pOptions = std::make_shared<SEQUENCE_OPTIONS>();
+    pCommand->add_option("file", pOptions->path, "The sequence")->required();
+    pCommand->add_option("--from", pOptions->from, "First step, by number or name")
+        ->type_name("STEP");
+    pCommand->add_option("--until", pOptions->until, "Last step, by number or name")
+        ->type_name("STEP");
+    pCommand->add_option("--record", pOptions->recordPath, "Writes the run's record, as --json")
+        ->type_name("FILE");
+    AddSessionOptions(*pCommand, host);
+    AddJsonOption(*pCommand, host);
+    pCommand->footer(
+        "Examples:\n"
+        "  jighost sequence sequences/identity.yaml --body desk.yaml\n"
+        "  jighost sequence sequences/inspection.yaml --from EnterFactoryMode --until 4\n"
+        "  jighost sequence sequences/identity.yaml --record run.json\n"
+        "  jighost sequence sequences/identity.yaml --trace identity.jsonl\n"
+        "  jighost sequence sequences/identity.yaml --fault FA_CopyVistaUniqueID=0x2001\n"
+        "The file is checked before the first step runs; docs/bench.md shows its form. Ctrl-C "
+        "ends\n"
+        "the sequence behind the step that runs.");
+    pCommand->callback([&host, pOptions] { host.exitCode = RunFile(host, *pOptions); });
+}
+
 // --- Which steps ---
 
 /// The place of a step by number, or by name at or behind `start`.
@@ -119,8 +147,6 @@ static void TellProblems(const SEQUENCE_RUN& run) {
     }
 }
 
-// --- The command ---
-
 /// Ahead of the run: a record that can't be written would be missed behind it.
 static void CheckRecordPath(const std::string& path) {
     if (path.empty()) {
@@ -173,30 +199,4 @@ static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options) {
     }
     Report(host, run);
     return run.exitCode;
-}
-
-void AddSequenceCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand = app.add_subcommand(
-        "sequence", "Runs the steps of a file and holds each against what is expected of it");
-    const auto pOptions = std::make_shared<SEQUENCE_OPTIONS>();
-    pCommand->add_option("file", pOptions->path, "The sequence")->required();
-    pCommand->add_option("--from", pOptions->from, "First step, by number or name")
-        ->type_name("STEP");
-    pCommand->add_option("--until", pOptions->until, "Last step, by number or name")
-        ->type_name("STEP");
-    pCommand->add_option("--record", pOptions->recordPath, "Writes the run's record, as --json")
-        ->type_name("FILE");
-    AddSessionOptions(*pCommand, host);
-    AddJsonOption(*pCommand, host);
-    pCommand->footer(
-        "Examples:\n"
-        "  jighost sequence sequences/identity.yaml --body desk.yaml\n"
-        "  jighost sequence sequences/inspection.yaml --from EnterFactoryMode --until 4\n"
-        "  jighost sequence sequences/identity.yaml --record run.json\n"
-        "  jighost sequence sequences/identity.yaml --trace identity.jsonl\n"
-        "  jighost sequence sequences/identity.yaml --fault FA_CopyVistaUniqueID=0x2001\n"
-        "The file is checked before the first step runs; docs/bench.md shows its form. Ctrl-C "
-        "ends\n"
-        "the sequence behind the step that runs.");
-    pCommand->callback([&host, pOptions] { host.exitCode = RunFile(host, *pOptions); });
 }

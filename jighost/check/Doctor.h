@@ -1,0 +1,18 @@
+// Whether a module can serve in the current directory, and if not, why.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+enum class STATE { OK, FAILED, NOT_TESTED };
+
+struct CHECK {
+    const char* name;
+    STATE state;
+    std::string text;  ///< what was found
+};
+
+/// Tells each check as soon as it is made: a broken module may end the program when it is loaded.
+std::vector<CHECK> CheckAll(
+    const std::string& path, const std::function<void(const CHECK&)>& onCheck);
