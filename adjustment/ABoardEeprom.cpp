@@ -1,3 +1,4 @@
+// The operations on the A board's EEPROM words; each word is one event in the camera.
 #include "adjustment/ABoardEeprom.h"
 
 #include <iomanip>

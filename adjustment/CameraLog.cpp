@@ -1,3 +1,4 @@
+// The camera's log fetched in one exchange of three events and put into the file "CameraLog".
 #include "adjustment/CameraLog.h"
 
 #include "frame/Dump.h"

@@ -1,3 +1,4 @@
+// The operations on the DL resonant frequency, and the reading of "BoardInf.ini".
 #include "adjustment/DLResonantFrequency.h"
 
 #include <cstring>

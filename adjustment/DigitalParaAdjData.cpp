@@ -1,3 +1,4 @@
+// Two signed 16-bit deltas of one property, widened for the host.
 #include "adjustment/DigitalParaAdjData.h"
 
 #include "frame/OperationFrame.h"

@@ -1,3 +1,4 @@
+// Versions read from the properties of the parts, and the checksum that an event works out.
 #include "adjustment/FirmwareVersion.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// The search for a name, and the dump: row by row one read and one file.
 #include "adjustment/PropertyData.h"
 
 #include <algorithm>

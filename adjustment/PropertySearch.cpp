@@ -1,3 +1,4 @@
+// The hash with its chains; its nodes live as long as the process.
 #include "adjustment/PropertySearch.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// The rows of the catalogue, written out at compile time.
 #include "adjustment/PropertyTable.h"
 
 #include <span>

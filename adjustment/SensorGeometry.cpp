@@ -1,3 +1,4 @@
+// Integers of the camera in thousandths, handed to the host as fractions.
 #include "adjustment/SensorGeometry.h"
 
 #include "frame/OperationFrame.h"

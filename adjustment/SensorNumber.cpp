@@ -1,3 +1,4 @@
+// The sensor number's text, passed on with all of its bytes.
 #include "adjustment/SensorNumber.h"
 
 #include <string_view>

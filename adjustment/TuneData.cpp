@@ -1,3 +1,4 @@
+// The events that save tune data.
 #include "adjustment/TuneData.h"
 
 #include "frame/OperationShapes.h"

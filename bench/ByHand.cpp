@@ -1,3 +1,4 @@
+// The kernel calls and copies of an operation, one by one.
 #include "bench/ByHand.h"
 
 #include <fcntl.h>

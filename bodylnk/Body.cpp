@@ -1,3 +1,4 @@
+// A body's condition, and its return to the factory's.
 #include "bodylnk/Body.h"
 
 #include <string_view>

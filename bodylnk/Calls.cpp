@@ -1,3 +1,4 @@
+// Counting, recording and failing of calls.
 #include "bodylnk/Calls.h"
 
 #include <algorithm>

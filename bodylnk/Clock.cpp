@@ -1,3 +1,4 @@
+// Date and time in the form of a log line's prefix, or the text that was set for it.
 #include "bodylnk/Clock.h"
 
 #include <chrono>

@@ -1,3 +1,4 @@
+// The table of events, and what each of them does to the body.
 #include "bodylnk/Events.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// The memory banks, and the functions that work in them.
 #include "bodylnk/Monitor.h"
 
 #include <algorithm>

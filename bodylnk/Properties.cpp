@@ -1,3 +1,4 @@
+// Working and saved values, made up when they are first asked for.
 #include "bodylnk/Properties.h"
 
 #include <cstdio>

@@ -1,3 +1,4 @@
+// Ids, sizes and plausible contents of the properties.
 #include "bodylnk/PropertyFacts.h"
 
 #include <cstddef>

@@ -1,3 +1,4 @@
+// The calendar read and set by events, and three settings beside it.
 #include "clock/DateTime.h"
 
 #include "frame/OperationFrame.h"

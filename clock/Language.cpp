@@ -1,3 +1,4 @@
+// Two settings of one shape.
 #include "clock/Language.h"
 
 #include "frame/OperationShapes.h"

@@ -1,3 +1,4 @@
+// Six properties written to their first values, or saved as one list.
 #include "clock/TimeCode.h"
 
 #include <cstddef>

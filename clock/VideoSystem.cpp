@@ -1,3 +1,4 @@
+// One setting: written, read, saved.
 #include "clock/VideoSystem.h"
 
 #include "frame/OperationShapes.h"

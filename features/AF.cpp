@@ -1,3 +1,4 @@
+// One byte of the AF record changed, the others written back as they were read.
 #include "features/AF.h"
 
 #include <array>

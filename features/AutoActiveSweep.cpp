@@ -1,3 +1,4 @@
+// Fixed values for the switch; the sweep is an event.
 #include "features/AutoActiveSweep.h"
 
 #include "frame/OperationShapes.h"

@@ -1,3 +1,4 @@
+// Fixed values for the switch, of three bytes each.
 #include "features/AutoLightingOptimizer.h"
 
 #include <array>

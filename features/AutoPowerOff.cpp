@@ -1,3 +1,4 @@
+// Fixed times for the switch, and the time read and written as it stands.
 #include "features/AutoPowerOff.h"
 
 #include "frame/OperationShapes.h"

@@ -1,3 +1,4 @@
+// Fixed values for the switch.
 #include "features/Guidance.h"
 
 #include "frame/OperationShapes.h"

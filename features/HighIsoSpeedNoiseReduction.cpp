@@ -1,3 +1,4 @@
+// An image setting that is written and read.
 #include "features/HighIsoSpeedNoiseReduction.h"
 
 #include "features/ImageSetting.h"

@@ -1,3 +1,4 @@
+// An image setting with two fixed values.
 #include "features/HighlightTonePriority.h"
 
 #include "features/ImageSetting.h"

@@ -1,3 +1,4 @@
+// The three shapes of an image setting: write, read, switch.
 #include "features/ImageSetting.h"
 
 #include "link/BodyLink.h"

@@ -1,3 +1,4 @@
+// Fixed values for the switch.
 #include "features/TouchSensor.h"
 
 #include "frame/OperationShapes.h"

@@ -1,3 +1,4 @@
+// The file of a block of bytes, and the table of sixteen bytes to a line.
 #include "frame/Dump.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The string hash, and the copy of the module's own table.
 #include "frame/EventProcTable.h"
 
 #include "frame/OperationFrame.h"

@@ -1,3 +1,4 @@
+// The shared buffer, and the hand-over of a stream's text to the file.
 #include "frame/Log.h"
 
 #include <algorithm>

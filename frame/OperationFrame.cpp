@@ -1,3 +1,4 @@
+// The lines of the frame, and what becomes of whatever is thrown inside it.
 #include "frame/OperationFrame.h"
 
 // Bytes that a message of the link, which may have any length, leaves to the closing line.

@@ -1,3 +1,4 @@
+// The work of each shape inside the frame.
 #include "frame/OperationShapes.h"
 
 #include "link/BodyLink.h"

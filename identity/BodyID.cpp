@@ -1,3 +1,4 @@
+// The body number packed into a property and unpacked, and its copy in a shared block.
 #include "identity/BodyID.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// Commands to the whole body, and the unique ID as one property.
 #include "identity/BodyMaintenance.h"
 
 #include "frame/OperationFrame.h"

@@ -1,3 +1,4 @@
+// Both texts cleared or saved, one behind the other.
 #include "identity/CopyRight.h"
 
 #include "frame/OperationFrame.h"

@@ -1,3 +1,4 @@
+// The number's first value written, or the number saved.
 #include "identity/FileNumber.h"
 
 #include "frame/OperationShapes.h"

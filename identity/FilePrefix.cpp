@@ -1,3 +1,4 @@
+// The prefix computed from the body's serial number, and its property.
 #include "identity/FilePrefix.h"
 
 #include "frame/OperationFrame.h"

@@ -1,3 +1,4 @@
+// The owner name's block written, read, cleared and saved.
 #include "identity/OwnerName.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// One byte of the battery's record, held against the two values that are accepted.
 #include "inspection/Battery.h"
 
 #include <array>

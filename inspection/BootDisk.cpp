@@ -1,3 +1,4 @@
+// The two events of the switch.
 #include "inspection/BootDisk.h"
 
 #include "frame/OperationShapes.h"

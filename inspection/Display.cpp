@@ -1,3 +1,4 @@
+// The events of the display, one of them with a parameter list.
 #include "inspection/Display.h"
 
 #include "frame/OperationShapes.h"

@@ -1,3 +1,4 @@
+// One property: set and saved at once, or read.
 #include "inspection/FactoryMode.h"
 
 #include "frame/OperationFrame.h"

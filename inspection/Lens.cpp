@@ -1,3 +1,4 @@
+// The exchange with the lens through a monitor session.
 #include "inspection/Lens.h"
 
 #include <algorithm>

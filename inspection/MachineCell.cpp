@@ -1,3 +1,4 @@
+// The events of the machine cell tests and of their results.
 #include "inspection/MachineCell.h"
 
 #include "frame/OperationShapes.h"

@@ -1,3 +1,4 @@
+// The release mode switched by two events, with the time as an HD count.
 #include "inspection/SlitRollingMode.h"
 
 #include "frame/OperationShapes.h"

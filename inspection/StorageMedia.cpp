@@ -1,3 +1,4 @@
+// One property for each card slot.
 #include "inspection/StorageMedia.h"
 
 #include "frame/OperationFrame.h"

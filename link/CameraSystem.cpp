@@ -1,3 +1,4 @@
+// The events that switch power saving off and on.
 #include "link/CameraSystem.h"
 
 CCameraSystem::CCameraSystem() : pState(std::make_unique<CAMERA_SYSTEM_STATE_T>()) {

@@ -1,3 +1,4 @@
+// Opening, clearing and releasing of the blocks, and the copies of their content.
 #include "link/SharedMemory.h"
 
 #include <atomic>

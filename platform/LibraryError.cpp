@@ -1,3 +1,4 @@
+// The loader's last message on each system.
 #include "platform/LibraryError.h"
 
 #include "platform/Platform.h"

@@ -1,3 +1,4 @@
+// A new file beside the old one, through to the disk, then in its place.
 #include "platform/WholeFile.h"
 
 #include <cerrno>

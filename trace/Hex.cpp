@@ -1,3 +1,4 @@
+// Digits to bytes and back.
 #include "trace/Hex.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Escapes of JSON, and UTF-8 checked on the way.
 #include "trace/JsonLine.h"
 
 #include <charconv>

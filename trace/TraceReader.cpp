@@ -1,3 +1,4 @@
+// Each line checked for its entry's fields, their types and their order.
 #include "trace/TraceReader.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Each entry as one line, handed to the system at once.
 #include "trace/TraceWriter.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The checks, one behind the other: each needs the ones before it.
 #include "jighost/check/Doctor.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Files missing, of a wrong length, foreign, or with other bytes than the body's.
 #include "jighost/check/DumpCheck.h"
 
 #include <set>

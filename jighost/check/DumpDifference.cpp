@@ -1,3 +1,4 @@
+// Both folders gone through row by row of the catalogue.
 #include "jighost/check/DumpDifference.h"
 
 #include <filesystem>

@@ -1,3 +1,4 @@
+// Names and sizes of a dump's files, and two contents compared.
 #include "jighost/check/DumpFolder.h"
 
 #include "jighost/text/HostError.h"

@@ -1,3 +1,4 @@
+// The heads of ELF and PE files, as far as they tell the machine.
 #include "jighost/check/LibraryFormat.h"
 
 #include <cstddef>

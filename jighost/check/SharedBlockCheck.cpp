@@ -1,3 +1,4 @@
+// Each block and its mutex opened once and closed again.
 #include "jighost/check/SharedBlockCheck.h"
 
 #include <chrono>

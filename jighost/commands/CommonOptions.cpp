@@ -1,3 +1,4 @@
+// The options' words, and what is wrong use of them.
 #include "jighost/commands/CommonOptions.h"
 
 #include <CLI/CLI.hpp>

@@ -1,3 +1,4 @@
+// A log's operations as lines or as JSON, and their sums.
 #include "jighost/log/LogOutput.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Lines taken one by one into the operations that they belong to.
 #include "jighost/log/LogReader.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The rows of all operations, group by group.
 #include "jighost/operations/OperationTable.h"
 
 #include "jighost/operations/OperationRecords.h"

@@ -1,3 +1,4 @@
+// Fields found by name, parsed and shown.
 #include "jighost/operations/Record.h"
 
 #include <algorithm>

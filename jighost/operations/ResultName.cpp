@@ -1,3 +1,4 @@
+// The names of the result codes.
 #include "jighost/operations/ResultName.h"
 
 #include "frame/Result.h"

@@ -1,3 +1,4 @@
+// What of a call tells something, by its function.
 #include "jighost/output/CallText.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Whether colours are wanted, asked once.
 #include "jighost/output/Colour.h"
 
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// Records as JSON, and the form of all documents.
 #include "jighost/output/Json.h"
 
 #include <cstring>

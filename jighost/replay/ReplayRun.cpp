@@ -1,3 +1,4 @@
+// The recorded operations and answers held against what the module does now.
 #include "jighost/replay/ReplayRun.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The steps read from YAML, with all that is wrong in them found at once.
 #include "jighost/sequence/SequenceFile.h"
 
 #include <algorithm>

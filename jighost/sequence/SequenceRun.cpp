@@ -1,3 +1,4 @@
+// A step's attempts, its outcome, and the run's document.
 #include "jighost/sequence/SequenceRun.h"
 
 #include "frame/Result.h"

@@ -1,3 +1,4 @@
+// The lines behind the log's former end.
 #include "jighost/session/AddedLog.h"
 
 #include <filesystem>

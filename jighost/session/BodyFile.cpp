@@ -1,3 +1,4 @@
+// A body's values read from YAML and written as YAML.
 #include "jighost/session/BodyFile.h"
 
 #include <algorithm>

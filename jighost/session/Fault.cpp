@@ -1,3 +1,4 @@
+// Faults parsed from their text, and the calls that they meet.
 #include "jighost/session/Fault.h"
 
 #include <algorithm>

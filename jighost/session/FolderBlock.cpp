@@ -1,3 +1,4 @@
+// The block's text checked against what the module can take, and written.
 #include "jighost/session/FolderBlock.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// A flag that the signal sets.
 #include "jighost/session/Interrupt.h"
 
 #include <csignal>

@@ -1,3 +1,4 @@
+// The library loaded, and its registrations collected.
 #include "jighost/session/Module.h"
 
 #include <algorithm>

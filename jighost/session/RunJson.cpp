@@ -1,3 +1,4 @@
+// The run's facts, record and log.
 #include "jighost/session/RunJson.h"
 
 #include "jighost/operations/ResultName.h"

@@ -1,3 +1,4 @@
+// Body, module, faults and trace brought together for a run.
 #include "jighost/session/Session.h"
 
 #include <iostream>

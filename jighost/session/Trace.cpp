@@ -1,3 +1,4 @@
+// A trace shown on standard error, or kept in a file.
 #include "jighost/session/Trace.h"
 
 #include <iomanip>

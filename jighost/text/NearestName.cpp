@@ -1,3 +1,4 @@
+// Names ordered by how many letters lie between them and the one given.
 #include "jighost/text/NearestName.h"
 
 #include <algorithm>

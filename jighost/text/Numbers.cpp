@@ -1,3 +1,4 @@
+// Numbers as digits.
 #include "jighost/text/Numbers.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The parser's nodes checked, with their line in each message.
 #include "jighost/text/YamlFile.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Read by descriptor, and told from the file that the path leads to now.
 #include "platform/FileReader.h"
 
 #include <fcntl.h>

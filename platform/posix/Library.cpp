@@ -1,3 +1,4 @@
+// Libraries loaded by the dynamic linker.
 #include <dlfcn.h>
 
 #include <cstring>

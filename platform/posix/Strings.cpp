@@ -1,3 +1,4 @@
+// Bounded string routines with their error numbers.
 #include <cerrno>
 #include <charconv>
 #include <cstring>

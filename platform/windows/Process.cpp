@@ -1,3 +1,4 @@
+// A child with two pipes.
 #include "platform/Process.h"
 
 #include <stdexcept>

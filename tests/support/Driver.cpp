@@ -1,3 +1,4 @@
+// Valid records, and the closing lines of a log.
 #include "tests/support/Driver.h"
 
 #include <algorithm>

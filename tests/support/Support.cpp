@@ -1,3 +1,4 @@
+// The module loaded and unloaded, fresh folders, logs and calls as text.
 #include "tests/support/Support.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Commands to the second process and its answers.
 #include "tests/support/SupportBlocks.h"
 
 #include "tests/support/Support.h"

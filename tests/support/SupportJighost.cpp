@@ -1,3 +1,4 @@
+// The program started, with its standard error in a file.
 #include "tests/support/SupportJighost.h"
 
 #include "tests/support/Support.h"
