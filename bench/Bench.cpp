@@ -25,6 +25,7 @@
 #include "bench/WorkFolder.h"
 #include "jighost/session/FolderBlock.h"
 #include "jighost/session/Module.h"
+#include "platform/OwnBlocks.h"
 
 namespace fs = std::filesystem;
 
@@ -198,6 +199,7 @@ static void RunBenchmarks(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     try {
+        TakeOwnBlocks();
         if (argc == 3 && std::strcmp(argv[1], "--operations") == 0) {
             RunOperations(std::strtol(argv[2], nullptr, 10));
         } else {

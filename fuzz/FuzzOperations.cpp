@@ -16,6 +16,7 @@
 
 #include "bodylnk/SimulatedBody.h"
 #include "frame/Registration.h"
+#include "platform/OwnBlocks.h"
 #include "platform/Program.h"
 #include "tests/support/Driver.h"
 
@@ -330,6 +331,11 @@ void Target::CheckOutcome(const KNOWN_OPERATION& known, std::int32_t result) con
 }
 
 }  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int* /*pCount*/, char*** /*pArguments*/) {
+    TakeOwnBlocks();
+    return 0;
+}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t size) {
     static Target target;

@@ -6,6 +6,7 @@
 #include <iterator>
 #include <string>
 
+extern "C" int LLVMFuzzerInitialize(int* pCount, char*** pArguments);
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t size);
 
 int main(int argc, char** argv) {
@@ -13,6 +14,7 @@ int main(int argc, char** argv) {
         std::fputs("usage: tunebench_fuzz_replay FOLDER\n", stderr);
         return 2;
     }
+    LLVMFuzzerInitialize(&argc, &argv);
     std::size_t count = 0;
     for (const auto& entry :
          std::filesystem::directory_iterator(std::filesystem::absolute(argv[1]))) {

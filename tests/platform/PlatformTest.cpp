@@ -1,7 +1,5 @@
 // Holds the POSIX layer and the system that it stands in for against each other: strings, INI
 // values and files, where both must do the same.
-#include <gtest/gtest.h>
-
 #include <array>
 #include <cerrno>
 #include <climits>
@@ -10,17 +8,15 @@
 #include <sstream>
 #include <string>
 
-#include "platform/Platform.h"
+#include "tests/support/Support.h"
 
 namespace {
 
-/// A folder in the current directory for the files of one test.
 class PlatformTest : public testing::Test {
   protected:
     PlatformTest() { std::filesystem::create_directory(FOLDER); }
-    ~PlatformTest() override { std::filesystem::remove_all(FOLDER); }
-    PlatformTest(const PlatformTest&) = delete;
-    PlatformTest& operator=(const PlatformTest&) = delete;
+
+    const FreshFolder m_Current;
 
     static constexpr const char* FOLDER = "PlatformTestFiles";
     static constexpr const char* FILE_PATH = ".\\PlatformTestFiles\\Test.txt";

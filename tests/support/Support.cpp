@@ -11,6 +11,8 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "platform/OwnBlocks.h"
+
 #ifdef __SANITIZE_ADDRESS__
 #include <sanitizer/lsan_interface.h>
 #endif
@@ -53,6 +55,7 @@ class LeaksAllowed {
 }  // namespace
 
 int main(int argc, char** argv) {
+    TakeOwnBlocks();
     testing::InitGoogleMock(&argc, argv);
     s_BuildFolder = std::filesystem::absolute(argv[0]).parent_path();
     return RUN_ALL_TESTS();
