@@ -1,5 +1,4 @@
 // jighost: runs the module's operations from the command line.
-#include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
 
@@ -17,40 +16,28 @@ static int Complain(const char* pszText, EXIT_CODE exitCode) {
     return exitCode;
 }
 
-static void AddEverything(CLI::App& app, HOST& host) {
-    app.require_subcommand(0, 1);
-    app.footer(EXIT_CODES);
-    AddListCommand(app, host);
-    AddRunCommand(app, host);
-    AddDumpCommand(app, host);
-    AddSequenceCommand(app, host);
-    AddReplayCommand(app, host);
-    AddBodyCommand(app, host);
-    AddDocsCommand(app, host);
-    AddLogCommand(app, host);
-    AddVerifyCommand(app, host);
-    AddDiffCommand(app, host);
-    AddDoctorCommand(app, host);
-    AddCompletionCommand(app, host);
+static void AddEverything(Command program, HOST& host) {
+    program.SetFooter(EXIT_CODES);
+    AddListCommand(program, host);
+    AddRunCommand(program, host);
+    AddDumpCommand(program, host);
+    AddSequenceCommand(program, host);
+    AddReplayCommand(program, host);
+    AddBodyCommand(program, host);
+    AddDocsCommand(program, host);
+    AddLogCommand(program, host);
+    AddVerifyCommand(program, host);
+    AddDiffCommand(program, host);
+    AddDoctorCommand(program, host);
+    AddCompletionCommand(program, host);
 }
 
 static int RunCommandLine(int argc, char** argv) {
     HOST host;
-    CLI::App app(
-        "Runs the factory operations of TuneBench.t460 against a simulated camera.", "jighost");
-    AddEverything(app, host);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& e) {
-        if (e.get_exit_code() == 0) {  // --help
-            return app.exit(e);
-        }
-        return Complain(
-            (std::string(e.what()) + " (jighost --help shows the use)").c_str(), EXIT_WRONG_USE);
-    }
-    if (app.get_subcommands().empty()) {
-        return Complain("there is no command given (jighost --help shows all)", EXIT_WRONG_USE);
-    }
+    CommandLine line(
+        "jighost", "Runs the factory operations of TuneBench.t460 against a simulated camera.");
+    AddEverything(line.Program(), host);
+    line.Run(argc, argv);
     return IsInterrupted() ? EXIT_INTERRUPTED : host.exitCode;
 }
 

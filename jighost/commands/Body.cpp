@@ -1,5 +1,4 @@
 // jighost body: files of simulated bodies made and shown.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <filesystem>
 #include <iomanip>
@@ -16,23 +15,23 @@
 
 static void ShowBody(const HOST& host, const std::string& path);
 static void NewBody(const std::string& path);
-static CLI::App* AddFileCommand(
-    CLI::App& body, const std::string& name, const std::string& description,
+static Command AddFileCommand(
+    Command& body, const std::string& name, const std::string& description,
     const std::function<void(const std::string&)>& work);
 
-void AddBodyCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand = app.add_subcommand("body", "Makes and shows files for --body");
-    pCommand->require_subcommand(1);
-    pCommand->footer(
+void AddBodyCommand(Command& program, HOST& host) {
+    Command command = program.AddCommand("body", "Makes and shows files for --body");
+    command.RequireCommand();
+    command.SetFooter(
         "Examples:\n"
         "  jighost body new desk.yaml\n"
         "  jighost run SaveOwnerName --body desk.yaml\n"
         "  jighost body show desk.yaml");
-    AddFileCommand(*pCommand, "new", "Makes the file of a factory-new body", NewBody);
-    CLI::App* pShow = AddFileCommand(
-        *pCommand, "show", "Shows what a body has saved",
+    AddFileCommand(command, "new", "Makes the file of a factory-new body", NewBody);
+    Command show = AddFileCommand(
+        command, "show", "Shows what a body has saved",
         [&host](const std::string& path) { ShowBody(host, path); });
-    AddJsonOption(*pShow, host);
+    AddJsonOption(show, host);
 }
 
 /// What a person may want to change by hand: properties of no more bytes than this.
@@ -98,13 +97,13 @@ static void ShowBody(const HOST& host, const std::string& path) {
     host.bJson ? ShowJson() : ShowText();
 }
 
-static CLI::App* AddFileCommand(
-    CLI::App& body, const std::string& name, const std::string& description,
+static Command AddFileCommand(
+    Command& body, const std::string& name, const std::string& description,
     const std::function<void(const std::string&)>& work) {
-    CLI::App* pCommand = body.add_subcommand(name, description);
+    Command command = body.AddCommand(name, description);
     const auto pPath = std::make_shared<std::string>();
-    pCommand->add_option("file", *pPath, "The body's file")->required();
-    pCommand->callback([pPath, work] { work(*pPath); });
-    pCommand->footer("Example:\n  jighost body " + name + " desk.yaml");
-    return pCommand;
+    command.AddArgument("file", *pPath, "The body's file");
+    command.SetWork([pPath, work] { work(*pPath); });
+    command.SetFooter("Example:\n  jighost body " + name + " desk.yaml");
+    return command;
 }

@@ -1,12 +1,9 @@
 // The commands of jighost: one source file for each, which adds its subcommand and its options.
 #pragma once
 
+#include "jighost/commands/Command.h"
 #include "jighost/session/SessionOptions.h"
 #include "jighost/text/HostError.h"
-
-namespace CLI {
-class App;
-}
 
 /// What all commands share.
 struct HOST {
@@ -15,15 +12,15 @@ struct HOST {
     EXIT_CODE exitCode = EXIT_OK;  ///< left by the command that ran; one that throws sets none
 };
 
-void AddListCommand(CLI::App& app, HOST& host);
-void AddRunCommand(CLI::App& app, HOST& host);
-void AddDumpCommand(CLI::App& app, HOST& host);
-void AddSequenceCommand(CLI::App& app, HOST& host);
-void AddReplayCommand(CLI::App& app, HOST& host);
-void AddBodyCommand(CLI::App& app, HOST& host);
-void AddDocsCommand(CLI::App& app, HOST& host);
-void AddLogCommand(CLI::App& app, HOST& host);
-void AddVerifyCommand(CLI::App& app, HOST& host);
-void AddDiffCommand(CLI::App& app, HOST& host);
-void AddDoctorCommand(CLI::App& app, HOST& host);
-void AddCompletionCommand(CLI::App& app, HOST& host);
+void AddListCommand(Command& program, HOST& host);
+void AddRunCommand(Command& program, HOST& host);
+void AddDumpCommand(Command& program, HOST& host);
+void AddSequenceCommand(Command& program, HOST& host);
+void AddReplayCommand(Command& program, HOST& host);
+void AddBodyCommand(Command& program, HOST& host);
+void AddDocsCommand(Command& program, HOST& host);
+void AddLogCommand(Command& program, HOST& host);
+void AddVerifyCommand(Command& program, HOST& host);
+void AddDiffCommand(Command& program, HOST& host);
+void AddDoctorCommand(Command& program, HOST& host);
+void AddCompletionCommand(Command& program, HOST& host);

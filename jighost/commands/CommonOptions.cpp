@@ -1,15 +1,12 @@
 // The options' words, and what is wrong use of them.
 #include "jighost/commands/CommonOptions.h"
 
-#include <CLI/CLI.hpp>
-
 #include "jighost/session/Fault.h"
 
-void AddModuleOption(CLI::App& command, HOST& host) {
-    command
-        .add_option(
-            "--module", host.session.modulePath, "The module's file; else the one beside jighost")
-        ->type_name("PATH");
+void AddModuleOption(Command& command, HOST& host) {
+    command.AddOption(
+        "--module", host.session.modulePath, "The module's file; else the one beside jighost",
+        "PATH");
 }
 
 /// A --trace without its file takes a field that stands behind it for one.
@@ -20,42 +17,34 @@ static std::string CheckTracePath(const std::string& path) {
                      "'; a --trace without a file goes behind the fields";
 }
 
-static void AddTraceOption(CLI::App& command, HOST& host) {
-    const auto take = [&host](const std::vector<std::string>& values) {
+static void AddTraceOption(Command& command, HOST& host) {
+    const auto take = [&host](const std::string& path) {
         host.session.bTrace = true;
-        host.session.tracePath = values.front();
-        return true;
+        host.session.tracePath = path;
     };
-    command
-        .add_option(
-            "--trace", take,
-            "Every link call with its bytes, beside the log: into a file for replay, or to "
-            "standard error")
-        ->type_name("FILE")
-        ->check(CheckTracePath)
-        ->expected(0, 1);
+    command.AddOpenOption(
+        "--trace", take,
+        "Every link call with its bytes, beside the log: into a file for replay, or to standard "
+        "error",
+        "FILE", CheckTracePath);
 }
 
-static void AddFaultOption(CLI::App& command, HOST& host) {
-    command
-        .add_option(
-            "--fault", host.session.faults,
-            std::string("Makes link calls fail with a code, or answer a word: ") + FAULT_FORMS)
-        ->type_name("FAULT")
-        ->allow_extra_args(false);
+static void AddFaultOption(Command& command, HOST& host) {
+    command.AddRepeatedOption(
+        "--fault", host.session.faults,
+        std::string("Makes link calls fail with a code, or answer a word: ") + FAULT_FORMS,
+        "FAULT");
 }
 
-void AddSessionOptions(CLI::App& command, HOST& host) {
+void AddSessionOptions(Command& command, HOST& host) {
     AddModuleOption(command, host);
-    command
-        .add_option(
-            "--body", host.session.bodyPath,
-            "The body's saved values: read at the start, written back at the end")
-        ->type_name("FILE");
+    command.AddOption(
+        "--body", host.session.bodyPath,
+        "The body's saved values: read at the start, written back at the end", "FILE");
     AddTraceOption(command, host);
     AddFaultOption(command, host);
 }
 
-void AddJsonOption(CLI::App& command, HOST& host) {
-    command.add_flag("--json", host.bJson, "Gives the data as JSON");
+void AddJsonOption(Command& command, HOST& host) {
+    command.AddFlag("--json", host.bJson, "Gives the data as JSON");
 }

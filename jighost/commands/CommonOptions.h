@@ -4,10 +4,10 @@
 #include "jighost/commands/Commands.h"
 
 /// --module, for a command that loads the module.
-void AddModuleOption(CLI::App& command, HOST& host);
+void AddModuleOption(Command& command, HOST& host);
 
 /// All that a Session is set up by, for a command that runs operations; --module among it.
-void AddSessionOptions(CLI::App& command, HOST& host);
+void AddSessionOptions(Command& command, HOST& host);
 
 /// --json, for a command whose output is data.
-void AddJsonOption(CLI::App& command, HOST& host);
+void AddJsonOption(Command& command, HOST& host);

@@ -1,21 +1,20 @@
 // jighost completion: a script by which bash completes command lines of jighost.
-#include <CLI/CLI.hpp>
 #include <iostream>
 #include <set>
 
 #include "jighost/commands/Commands.h"
 #include "jighost/operations/OperationTable.h"
 
-static void WriteBashCompletion(const CLI::App& app);
+static void WriteBashCompletion(const Command& program);
 
-void AddCompletionCommand(CLI::App& app, HOST& /*host*/) {
-    CLI::App* pCommand =
-        app.add_subcommand("completion", "Prints a script that completes jighost's command lines");
-    pCommand->require_subcommand(1);
-    pCommand->footer("Example:\n  source <(jighost completion bash)");
-    CLI::App* pBash = pCommand->add_subcommand("bash", "The script for bash");
-    pBash->footer("Example:\n  source <(jighost completion bash)");
-    pBash->callback([&app] { WriteBashCompletion(app); });
+void AddCompletionCommand(Command& program, HOST& /*host*/) {
+    Command command =
+        program.AddCommand("completion", "Prints a script that completes jighost's command lines");
+    command.RequireCommand();
+    command.SetFooter("Example:\n  source <(jighost completion bash)");
+    Command bash = command.AddCommand("bash", "The script for bash");
+    bash.SetFooter("Example:\n  source <(jighost completion bash)");
+    bash.SetWork([program] { WriteBashCompletion(program); });
 }
 
 /// Ahead of the tables: finds the command of the line so far, and the operation of a run.
@@ -83,23 +82,21 @@ static void Append(std::string& list, const std::string& word, const char* separ
     list += (list.empty() ? "" : separator) + word;
 }
 
-static void Collect(const CLI::App& command, const std::string& path, COMMAND_TABLES& tables) {
+static void Collect(const Command& command, const std::string& path, COMMAND_TABLES& tables) {
     std::string options;
-    for (const CLI::Option* pOption : command.get_options()) {
-        for (const std::string& name : pOption->get_lnames()) {
-            Append(options, "--" + name);
-            if (pOption->get_items_expected_max() > 0) {
-                tables.valueOptions.insert("--" + name);
-            }
+    for (const Command::OPTION& option : command.Options()) {
+        Append(options, option.name);
+        if (option.bValue) {
+            tables.valueOptions.insert(option.name);
         }
     }
     tables.options += Branch(path, options);
     std::string subcommands;
-    for (const CLI::App* pCommand : command.get_subcommands([](const CLI::App*) { return true; })) {
-        const std::string subcommandPath = path + '/' + pCommand->get_name();
-        Append(subcommands, pCommand->get_name());
+    for (const Command& subcommand : command.Commands()) {
+        const std::string subcommandPath = path + '/' + subcommand.Name();
+        Append(subcommands, subcommand.Name());
         Append(tables.paths, subcommandPath, "|");
-        Collect(*pCommand, subcommandPath, tables);
+        Collect(subcommand, subcommandPath, tables);
     }
     if (!subcommands.empty()) {
         tables.subcommands += Branch(path, subcommands);
@@ -132,9 +129,9 @@ static std::string FieldBranches() {
     return branches;
 }
 
-static void WriteBashCompletion(const CLI::App& app) {
+static void WriteBashCompletion(const Command& program) {
     COMMAND_TABLES tables;
-    Collect(app, "", tables);
+    Collect(program, "", tables);
     std::string valueOptions;
     tables.valueOptions.erase("--operation");  // has a branch of its own
     for (const std::string& option : tables.valueOptions) {

@@ -1,5 +1,4 @@
 // jighost diff: which properties differ between two dumps.
-#include <CLI/CLI.hpp>
 #include <array>
 #include <iomanip>
 #include <iostream>
@@ -11,18 +10,17 @@
 
 static EXIT_CODE Diff(const HOST& host, const std::string& left, const std::string& right);
 
-void AddDiffCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand =
-        app.add_subcommand("diff", "Tells which properties differ between two dumps");
+void AddDiffCommand(Command& program, HOST& host) {
+    Command command = program.AddCommand("diff", "Tells which properties differ between two dumps");
     const auto pFolders = std::make_shared<std::array<std::string, 2>>();
-    pCommand->add_option("left", (*pFolders)[0], "A dump's folder")->required();
-    pCommand->add_option("right", (*pFolders)[1], "Another dump's folder")->required();
-    AddJsonOption(*pCommand, host);
-    pCommand->footer(
+    command.AddArgument("left", (*pFolders)[0], "A dump's folder");
+    command.AddArgument("right", (*pFolders)[1], "Another dump's folder");
+    AddJsonOption(command, host);
+    command.SetFooter(
         "Example:\n"
         "  jighost diff before after\n"
         "Files that are not of the catalogue do not count. Ends with 5 if there are differences.");
-    pCommand->callback(
+    command.SetWork(
         [&host, pFolders] { host.exitCode = Diff(host, (*pFolders)[0], (*pFolders)[1]); });
 }
 

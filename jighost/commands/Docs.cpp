@@ -1,5 +1,4 @@
 // jighost docs: the document of all operations and their records, in Markdown.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iostream>
 #include <map>
@@ -12,12 +11,12 @@
 
 static void WriteDocument(const HOST& host);
 
-void AddDocsCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand =
-        app.add_subcommand("docs", "Prints the document of all operations and records");
-    AddModuleOption(*pCommand, host);
-    pCommand->footer("Example:\n  jighost docs > operations.md");
-    pCommand->callback([&host] { WriteDocument(host); });
+void AddDocsCommand(Command& program, HOST& host) {
+    Command command =
+        program.AddCommand("docs", "Prints the document of all operations and records");
+    AddModuleOption(command, host);
+    command.SetFooter("Example:\n  jighost docs > operations.md");
+    command.SetWork([&host] { WriteDocument(host); });
 }
 
 static const char INTRODUCTION[] =

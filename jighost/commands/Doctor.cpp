@@ -1,7 +1,6 @@
 // jighost doctor: whether a module can serve, and if not, why.
 #include "jighost/check/Doctor.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iomanip>
 #include <iostream>
@@ -13,18 +12,18 @@
 
 static EXIT_CODE Examine(const HOST& host, const std::string& path);
 
-void AddDoctorCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand = app.add_subcommand(
+void AddDoctorCommand(Command& program, HOST& host) {
+    Command command = program.AddCommand(
         "doctor", "Tells whether a module can serve in the current directory, and why not");
     const auto pPath = std::make_shared<std::string>();
-    pCommand->add_option("module", *pPath, "The module's file; else the one beside jighost");
-    AddJsonOption(*pCommand, host);
-    pCommand->footer(
+    command.AddOption("module", *pPath, "The module's file; else the one beside jighost");
+    AddJsonOption(command, host);
+    command.SetFooter(
         "Examples:\n"
         "  jighost doctor\n"
         "  jighost doctor /opt/line/TuneBench.t460.so\n"
         "Ends with 3 if any check fails.");
-    pCommand->callback([&host, pPath] { host.exitCode = Examine(host, *pPath); });
+    command.SetWork([&host, pPath] { host.exitCode = Examine(host, *pPath); });
 }
 
 static const char* StateText(STATE state) {

@@ -1,5 +1,4 @@
 // jighost dump: the whole adjustment data of the body, a file for each property.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iomanip>
 #include <iostream>
@@ -16,19 +15,18 @@
 
 static void Dump(const HOST& host, const std::string& folder);
 
-void AddDumpCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand =
-        app.add_subcommand("dump", "Dumps all adjustment data of the body into a folder");
+void AddDumpCommand(Command& program, HOST& host) {
+    Command command =
+        program.AddCommand("dump", "Dumps all adjustment data of the body into a folder");
     const auto pFolder = std::make_shared<std::string>();
-    pCommand->add_option("folder", *pFolder, "An existing folder; its files are replaced")
-        ->required();
-    AddSessionOptions(*pCommand, host);
-    AddJsonOption(*pCommand, host);
-    pCommand->footer(
+    command.AddArgument("folder", *pFolder, "An existing folder; its files are replaced");
+    AddSessionOptions(command, host);
+    AddJsonOption(command, host);
+    command.SetFooter(
         "Examples:\n"
         "  mkdir adjust && jighost dump adjust\n"
         "  jighost dump adjust --fault LoadPropertyData:100=0x2001");
-    pCommand->callback([&host, pFolder] { Dump(host, *pFolder); });
+    command.SetWork([&host, pFolder] { Dump(host, *pFolder); });
 }
 
 /// Watches a dump by its reads from the camera, one for each row, and draws the progress of it.

@@ -1,5 +1,4 @@
 // jighost list: the operations that the module registers.
-#include <CLI/CLI.hpp>
 #include <iomanip>
 #include <iostream>
 
@@ -10,13 +9,12 @@
 
 static void List(const HOST& host);
 
-void AddListCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand =
-        app.add_subcommand("list", "Lists all operations that the module registers");
-    AddModuleOption(*pCommand, host);
-    AddJsonOption(*pCommand, host);
-    pCommand->footer("Examples:\n  jighost list\n  jighost list --json");
-    pCommand->callback([&host] { List(host); });
+void AddListCommand(Command& program, HOST& host) {
+    Command command = program.AddCommand("list", "Lists all operations that the module registers");
+    AddModuleOption(command, host);
+    AddJsonOption(command, host);
+    command.SetFooter("Examples:\n  jighost list\n  jighost list --json");
+    command.SetWork([&host] { List(host); });
 }
 
 static std::string DirectionName(std::int32_t direction) {

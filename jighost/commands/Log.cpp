@@ -1,5 +1,4 @@
 // jighost log: what ran, by the module's log.
-#include <CLI/CLI.hpp>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
@@ -96,25 +95,23 @@ static EXIT_CODE ReadLog(const HOST& host, const LOG_OPTIONS& options) {
     return IsInterrupted() ? EXIT_INTERRUPTED : EXIT_OK;
 }
 
-void AddLogCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand =
-        app.add_subcommand("log", "Tells what ran by the module's log, and how it ended");
+void AddLogCommand(Command& program, HOST& host) {
+    Command command =
+        program.AddCommand("log", "Tells what ran by the module's log, and how it ended");
     const auto pOptions = std::make_shared<LOG_OPTIONS>();
-    pCommand->add_option("file", pOptions->path, "The log; JigDll.log if there is none given");
-    pCommand->add_flag("--failed", pOptions->selection.bFailed, "Lists failed operations alone");
-    pCommand
-        ->add_option(
-            "--operation", pOptions->selection.operation,
-            "Lists and counts runs of this operation alone, by its name in the log")
-        ->type_name("NAME");
-    pCommand->add_flag(
+    command.AddOption("file", pOptions->path, "The log; JigDll.log if there is none given");
+    command.AddFlag("--failed", pOptions->selection.bFailed, "Lists failed operations alone");
+    command.AddOption(
+        "--operation", pOptions->selection.operation,
+        "Lists and counts runs of this operation alone, by its name in the log", "NAME");
+    command.AddFlag(
         "--follow", pOptions->bFollow, "Goes on with what is added, also to a new file, to Ctrl-C");
-    AddJsonOption(*pCommand, host);
-    pCommand->footer(
+    AddJsonOption(command, host);
+    command.SetFooter(
         "Examples:\n"
         "  jighost log\n"
         "  jighost log --failed --operation GetBodyID line3/JigDll.log\n"
         "  jighost log --follow\n"
         "With --json each line is a document: the format, then each operation, then the summary.");
-    pCommand->callback([&host, pOptions] { host.exitCode = ReadLog(host, *pOptions); });
+    command.SetWork([&host, pOptions] { host.exitCode = ReadLog(host, *pOptions); });
 }

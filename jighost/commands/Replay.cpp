@@ -1,5 +1,4 @@
 // jighost replay: a recorded trace run against its own answers.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iostream>
 #include <memory>
@@ -11,21 +10,21 @@
 
 static EXIT_CODE RunTrace(const HOST& host, const std::string& path);
 
-void AddReplayCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand = app.add_subcommand(
+void AddReplayCommand(Command& program, HOST& host) {
+    Command command = program.AddCommand(
         "replay", "Runs a trace's operations with the recorded answers and tells what differs");
     const auto pPath = std::make_shared<std::string>();
-    pCommand->add_option("trace", *pPath, "A file that --trace has written")->required();
-    AddModuleOption(*pCommand, host);
-    AddJsonOption(*pCommand, host);
-    pCommand->footer(
+    command.AddArgument("trace", *pPath, "A file that --trace has written");
+    AddModuleOption(command, host);
+    AddJsonOption(command, host);
+    command.SetFooter(
         "Examples:\n"
         "  jighost run SetFilePrefix --trace prefix.jsonl && jighost replay prefix.jsonl\n"
         "  jighost replay prefix.jsonl --module build/TuneBench.t460.so --json\n"
         "The first call, result or record that differs ends it with exit code 5. Of a trace that\n"
         "was cut off, what there is is replayed. The camera's answers alone come from the trace:\n"
         "BoardInf.ini is read where it was then. A dump goes to a folder that is removed again.");
-    pCommand->callback([&host, pPath] { host.exitCode = RunTrace(host, *pPath); });
+    command.SetWork([&host, pPath] { host.exitCode = RunTrace(host, *pPath); });
 }
 
 /// A new folder for what a dump writes, which nobody needs again; removed at the end.

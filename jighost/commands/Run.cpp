@@ -1,5 +1,4 @@
 // jighost run: one operation on one record.
-#include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
 
@@ -19,18 +18,17 @@ struct RUN_OPTIONS {
 
 static EXIT_CODE Run(const HOST& host, const RUN_OPTIONS& options);
 
-void AddRunCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand = app.add_subcommand(
+void AddRunCommand(Command& program, HOST& host) {
+    Command command = program.AddCommand(
         "run", "Runs one operation and shows the record that came back and the result");
     const auto pOptions = std::make_shared<RUN_OPTIONS>();
-    pCommand->add_option("operation", pOptions->operation, "Name of the operation")->required();
-    pCommand->add_option("fields", pOptions->fields, "Fields of its record; the others are zero")
-        ->type_name("FIELD=VALUE");
-    pCommand->add_option("--hex", pOptions->hex, "The record's bytes, before any fields")
-        ->type_name("BYTES");
-    AddSessionOptions(*pCommand, host);
-    AddJsonOption(*pCommand, host);
-    pCommand->footer(
+    command.AddArgument("operation", pOptions->operation, "Name of the operation");
+    command.AddRest(
+        "fields", pOptions->fields, "Fields of its record; the others are zero", "FIELD=VALUE");
+    command.AddOption("--hex", pOptions->hex, "The record's bytes, before any fields", "BYTES");
+    AddSessionOptions(command, host);
+    AddJsonOption(command, host);
+    command.SetFooter(
         "Examples:\n"
         "  jighost run GetBodyID --json\n"
         "  jighost run SetBodyID ManufactureMonth=1507 CodePair=42 SerialNo=12345\n"
@@ -41,7 +39,7 @@ void AddRunCommand(CLI::App& app, HOST& host) {
         "  jighost run TurnOffDisplay --fault FactDisp_TurnOffDisplay:word=3\n"
         "BoardInf.ini is taken from the current directory, or else from beside jighost. A dump\n"
         "without a folder block goes to the current directory.");
-    pCommand->callback([&host, pOptions] { host.exitCode = Run(host, *pOptions); });
+    command.SetWork([&host, pOptions] { host.exitCode = Run(host, *pOptions); });
 }
 
 static void SetFieldArgument(

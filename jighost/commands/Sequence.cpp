@@ -1,5 +1,4 @@
 // jighost sequence: the steps of a file, one after the other.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iomanip>
 #include <iostream>
@@ -22,20 +21,18 @@ struct SEQUENCE_OPTIONS {
 
 static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options);
 
-void AddSequenceCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand = app.add_subcommand(
+void AddSequenceCommand(Command& program, HOST& host) {
+    Command command = program.AddCommand(
         "sequence", "Runs the steps of a file and holds each against what is expected of it");
     const auto pOptions = std::make_shared<SEQUENCE_OPTIONS>();
-    pCommand->add_option("file", pOptions->path, "The sequence")->required();
-    pCommand->add_option("--from", pOptions->from, "First step, by number or name")
-        ->type_name("STEP");
-    pCommand->add_option("--until", pOptions->until, "Last step, by number or name")
-        ->type_name("STEP");
-    pCommand->add_option("--record", pOptions->recordPath, "Writes the run's record, as --json")
-        ->type_name("FILE");
-    AddSessionOptions(*pCommand, host);
-    AddJsonOption(*pCommand, host);
-    pCommand->footer(
+    command.AddArgument("file", pOptions->path, "The sequence");
+    command.AddOption("--from", pOptions->from, "First step, by number or name", "STEP");
+    command.AddOption("--until", pOptions->until, "Last step, by number or name", "STEP");
+    command.AddOption(
+        "--record", pOptions->recordPath, "Writes the run's record, as --json", "FILE");
+    AddSessionOptions(command, host);
+    AddJsonOption(command, host);
+    command.SetFooter(
         "Examples:\n"
         "  jighost sequence sequences/identity.yaml --body desk.yaml\n"
         "  jighost sequence sequences/inspection.yaml --from EnterFactoryMode --until 4\n"
@@ -45,7 +42,7 @@ void AddSequenceCommand(CLI::App& app, HOST& host) {
         "The file is checked before the first step runs; docs/bench.md shows its form. Ctrl-C "
         "ends\n"
         "the sequence behind the step that runs.");
-    pCommand->callback([&host, pOptions] { host.exitCode = RunFile(host, *pOptions); });
+    command.SetWork([&host, pOptions] { host.exitCode = RunFile(host, *pOptions); });
 }
 
 // --- Which steps ---

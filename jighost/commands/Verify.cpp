@@ -1,5 +1,4 @@
 // jighost verify: a dump held against the catalogue and against the body that it came from.
-#include <CLI/CLI.hpp>
 #include <iomanip>
 #include <iostream>
 #include <memory>
@@ -13,20 +12,20 @@
 
 static EXIT_CODE Verify(const HOST& host, const std::string& folder);
 
-void AddVerifyCommand(CLI::App& app, HOST& host) {
-    CLI::App* pCommand = app.add_subcommand(
+void AddVerifyCommand(Command& program, HOST& host) {
+    Command command = program.AddCommand(
         "verify", "Checks a dump's files against the catalogue, and against a body's saved values");
     const auto pFolder = std::make_shared<std::string>();
-    pCommand->add_option("folder", *pFolder, "The dump's folder")->required();
-    pCommand->add_option("--body", host.session.bodyPath, "The file of the body that was dumped")
-        ->type_name("FILE");
-    AddJsonOption(*pCommand, host);
-    pCommand->footer(
+    command.AddArgument("folder", *pFolder, "The dump's folder");
+    command.AddOption(
+        "--body", host.session.bodyPath, "The file of the body that was dumped", "FILE");
+    AddJsonOption(command, host);
+    command.SetFooter(
         "Examples:\n"
         "  jighost verify adjust\n"
         "  jighost verify adjust --body desk.yaml\n"
         "Ends with 5 if anything is missing, too long, too short, foreign or different.");
-    pCommand->callback([&host, pFolder] { host.exitCode = Verify(host, *pFolder); });
+    command.SetWork([&host, pFolder] { host.exitCode = Verify(host, *pFolder); });
 }
 
 static void ShowFindings(const Findings& findings) {

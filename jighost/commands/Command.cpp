@@ -1,0 +1,102 @@
+// Command lines, by the library CLI11.
+#include "jighost/commands/Command.h"
+
+#include <CLI/CLI.hpp>
+
+#include "jighost/text/HostError.h"
+
+Command Command::AddCommand(const std::string& name, const std::string& description) {
+    return Command(*m_pApp->add_subcommand(name, description));
+}
+
+void Command::RequireCommand() {
+    m_pApp->require_subcommand(1);
+}
+
+void Command::SetFooter(const std::string& text) {
+    m_pApp->footer(text);
+}
+
+void Command::SetWork(const std::function<void()>& work) {
+    m_pApp->callback(work);
+}
+
+void Command::AddArgument(const std::string& name, std::string& value, const std::string& text) {
+    m_pApp->add_option(name, value, text)->required();
+}
+
+void Command::AddOption(
+    const std::string& name, std::string& value, const std::string& text,
+    const std::string& valueName) {
+    m_pApp->add_option(name, value, text)->type_name(valueName);
+}
+
+void Command::AddRest(
+    const std::string& name, std::vector<std::string>& values, const std::string& text,
+    const std::string& valueName) {
+    m_pApp->add_option(name, values, text)->type_name(valueName);
+}
+
+void Command::AddRepeatedOption(
+    const std::string& name, std::vector<std::string>& values, const std::string& text,
+    const std::string& valueName) {
+    m_pApp->add_option(name, values, text)->type_name(valueName)->allow_extra_args(false);
+}
+
+void Command::AddFlag(const std::string& name, bool& value, const std::string& text) {
+    m_pApp->add_flag(name, value, text);
+}
+
+void Command::AddOpenOption(
+    const std::string& name, const ValueTaker& take, const std::string& text,
+    const std::string& valueName, const ValueCheck& check) {
+    const auto takeFirst = [take](const std::vector<std::string>& values) {
+        take(values.front());
+        return true;
+    };
+    m_pApp->add_option(name, takeFirst, text)->type_name(valueName)->check(check)->expected(0, 1);
+}
+
+std::string Command::Name() const {
+    return m_pApp->get_name();
+}
+
+std::vector<Command> Command::Commands() const {
+    std::vector<Command> commands;
+    for (CLI::App* pApp : m_pApp->get_subcommands([](const CLI::App*) { return true; })) {
+        commands.emplace_back(*pApp);
+    }
+    return commands;
+}
+
+std::vector<Command::OPTION> Command::Options() const {
+    std::vector<OPTION> options;
+    for (const CLI::Option* pOption : m_pApp->get_options()) {
+        for (const std::string& name : pOption->get_lnames()) {
+            options.push_back({"--" + name, pOption->get_items_expected_max() > 0});
+        }
+    }
+    return options;
+}
+
+CommandLine::CommandLine(const std::string& program, const std::string& description)
+    : m_pApp(std::make_unique<CLI::App>(description, program)) {
+    m_pApp->require_subcommand(0, 1);
+}
+
+CommandLine::~CommandLine() = default;
+
+void CommandLine::Run(int argc, const char* const* argv) {
+    try {
+        m_pApp->parse(argc, argv);
+    } catch (const CLI::ParseError& e) {
+        if (e.get_exit_code() == 0) {  // --help
+            m_pApp->exit(e);
+            return;
+        }
+        throw HostError(EXIT_WRONG_USE, std::string(e.what()) + " (jighost --help shows the use)");
+    }
+    if (m_pApp->get_subcommands().empty()) {
+        throw HostError(EXIT_WRONG_USE, "there is no command given (jighost --help shows all)");
+    }
+}

@@ -1,0 +1,79 @@
+// What a command offers on the command line, and the reading of it. The library that does the work
+// is known to Command.cpp alone: it takes a compiler longer than all the rest of a command.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}  // namespace CLI
+
+/// A command, or the program itself. Copies name the same one, which a CommandLine owns.
+class Command {
+  public:
+    explicit Command(CLI::App& app) : m_pApp(&app) {}
+
+    Command AddCommand(const std::string& name, const std::string& description);
+    /// Makes one of its own commands part of each line.
+    void RequireCommand();
+    /// Stands at the end of the help text.
+    void SetFooter(const std::string& text);
+    /// Is called once the whole line has been read.
+    void SetWork(const std::function<void()>& work);
+
+    // What these are given is left in the variable, which must live as long as the command. A name
+    // without hyphens is that of an argument, which is known by its place.
+
+    void AddArgument(const std::string& name, std::string& value, const std::string& text);
+    void AddOption(
+        const std::string& name, std::string& value, const std::string& text,
+        const std::string& valueName = "TEXT");
+    /// Takes all that is left of the line.
+    void AddRest(
+        const std::string& name, std::vector<std::string>& values, const std::string& text,
+        const std::string& valueName);
+    /// May stand more than once, each time with one value.
+    void AddRepeatedOption(
+        const std::string& name, std::vector<std::string>& values, const std::string& text,
+        const std::string& valueName);
+    void AddFlag(const std::string& name, bool& value, const std::string& text);
+
+    using ValueCheck = std::function<std::string(const std::string& value)>;
+    using ValueTaker = std::function<void(const std::string& value)>;
+    /// May stand without its value, which then is empty. `check` says what is wrong with a value,
+    /// if anything.
+    void AddOpenOption(
+        const std::string& name, const ValueTaker& take, const std::string& text,
+        const std::string& valueName, const ValueCheck& check);
+
+    std::string Name() const;
+    std::vector<Command> Commands() const;
+
+    struct OPTION {
+        std::string name;  ///< with its hyphens
+        bool bValue;       ///< whether a value stands behind it
+    };
+    std::vector<OPTION> Options() const;
+
+  private:
+    CLI::App* m_pApp;
+};
+
+class CommandLine {
+  public:
+    CommandLine(const std::string& program, const std::string& description);
+    ~CommandLine();
+    CommandLine(const CommandLine&) = delete;
+    CommandLine& operator=(const CommandLine&) = delete;
+
+    Command Program() { return Command(*m_pApp); }
+    /// Does the work of the command that the line names, or shows the help that it asks for. Throws
+    /// EXIT_WRONG_USE for a line that can't be.
+    void Run(int argc, const char* const* argv);
+
+  private:
+    std::unique_ptr<CLI::App> m_pApp;
+};
