@@ -25,6 +25,11 @@ void Command::AddArgument(const std::string& name, std::string& value, const std
     m_pApp->add_option(name, value, text)->required();
 }
 
+void Command::AddOptionalArgument(
+    const std::string& name, std::optional<std::string>& value, const std::string& text) {
+    m_pApp->add_option(name, value, text);
+}
+
 void Command::AddOption(
     const std::string& name, std::string& value, const std::string& text,
     const std::string& valueName) {

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,8 @@ class Command {
     // without hyphens is that of an argument, which is known by its place.
 
     void AddArgument(const std::string& name, std::string& value, const std::string& text);
+    void AddOptionalArgument(
+        const std::string& name, std::optional<std::string>& value, const std::string& text);
     void AddOption(
         const std::string& name, std::string& value, const std::string& text,
         const std::string& valueName = "TEXT");

@@ -5,7 +5,7 @@
 
 #include "frame/Result.h"
 #include "jighost/commands/CommonOptions.h"
-#include "jighost/operations/OperationTable.h"
+#include "jighost/operations/OperationText.h"
 #include "jighost/operations/ResultName.h"
 #include "jighost/session/Module.h"
 
@@ -84,22 +84,7 @@ static std::string RecordText(const RECORD& record) {
     if (record.size == 0) {
         return "-";
     }
-    return HeadingLink(record.name) + (record.bAnyLength ? ", up to " : ", ") +
-           std::to_string(record.size) + " bytes";
-}
-
-static const char* UseText(RECORD_USE use) {
-    switch (use) {
-        case RECORD_USE::IN:
-            return "in";
-        case RECORD_USE::OUT:
-            return "out";
-        case RECORD_USE::IN_OUT:
-            return "in and out";
-        case RECORD_USE::NONE:
-            break;
-    }
-    return "-";
+    return HeadingLink(record.name) + ", " + SizeText(record);
 }
 
 static std::string RegistrationText(const REGISTERED_OPERATION& operation) {
@@ -121,34 +106,15 @@ static void WriteGroup(const Module& module, const OPERATION_GROUP& group) {
     }
 }
 
-static const char* TypeText(FIELD_KIND kind) {
-    switch (kind) {
-        case FIELD_KIND::UNSIGNED:
-        case FIELD_KIND::HEX:
-            return "unsigned 32 bits";
-        case FIELD_KIND::SIGNED:
-            return "signed 32 bits";
-        case FIELD_KIND::DOUBLE:
-            return "64-bit floating point";
-        case FIELD_KIND::TEXT:
-            return "characters";
-        case FIELD_KIND::BYTES:
-            return "bytes";
-    }
-    return "";
-}
-
 static void WriteRecord(const RECORD& record) {
     std::cout << "\n### " << record.name << "\n\n"
               << (record.bAnyLength ? "Up to " : "") << record.size << " bytes.\n\n"
               << "| Offset | Width | Field | Type | Unit or meaning |\n"
               << "|---|---|---|---|---|\n";
     for (const FIELD& field : record.fields) {
-        const std::string last = std::to_string(field.count - 1);
-        std::cout << "| " << field.offset << " | "
-                  << (field.count > 1 ? std::to_string(field.count) + " x " : "") << field.width
-                  << " | `" << field.name << (field.count > 1 ? "[0.." + last + "]" : "") << "` | "
-                  << TypeText(field.kind) << " | " << field.meaning << " |\n";
+        std::cout << "| " << field.offset << " | " << WidthText(field) << " | `"
+                  << IndexedName(field) << "` | " << TypeText(field.kind) << " | " << field.meaning
+                  << " |\n";
     }
 }
 

@@ -380,6 +380,17 @@ const OPERATION_INFO* FindOperation(std::string_view name) {
     return nullptr;
 }
 
+const char* GroupName(const OPERATION_INFO& info) {
+    for (const OPERATION_GROUP& group : GROUPS) {
+        for (const OPERATION_INFO& operation : group.operations) {
+            if (&operation == &info) {
+                return group.name;
+            }
+        }
+    }
+    return "";
+}
+
 std::vector<std::string> OperationNames() {
     std::vector<std::string> names;
     for (const OPERATION_GROUP& group : GROUPS) {

@@ -35,6 +35,9 @@ std::span<const OPERATION_GROUP> OperationGroups();
 /// In the order of registration.
 std::vector<std::string> OperationNames();
 
+/// The name of an operation's group; `info` is from the table.
+const char* GroupName(const OPERATION_INFO& info);
+
 /// Null for a name that is none.
 const OPERATION_INFO* FindOperation(std::string_view name);
 

@@ -240,12 +240,14 @@ std::string FieldText(const RECORD& record, const RecordBytes& bytes, std::strin
     return known.kind == FIELD_KIND::BYTES ? HexBytes(value) : ValueText(known, value.data());
 }
 
+std::string IndexedName(const FIELD& field) {
+    return field.name + (field.count > 1 ? "[0.." + std::to_string(field.count - 1) + "]" : "");
+}
+
 std::string FieldNames(const RECORD& record) {
     std::string names;
     for (const FIELD& field : record.fields) {
-        names += names.empty() ? "" : ", ";
-        names += field.name;
-        names += field.count > 1 ? "[0.." + std::to_string(field.count - 1) + "]" : "";
+        names += (names.empty() ? "" : ", ") + IndexedName(field);
     }
     return names;
 }

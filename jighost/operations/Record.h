@@ -66,5 +66,8 @@ std::string FieldText(const RECORD& record, const RecordBytes& bytes, std::strin
 /// A text without the zeros behind it; other characters than printable ASCII as \xNN.
 std::string PlainText(std::span<const std::uint8_t> bytes);
 
+/// A field's name with the indices that it has, such as "Data[0..127]".
+std::string IndexedName(const FIELD& field);
+
 /// The names of all fields, such as "Data[0..127], Address, Count".
 std::string FieldNames(const RECORD& record);
