@@ -1,3 +1,4 @@
+set(FORM x64)
 set(TARGET x86_64-w64-mingw32)
 set(CMAKE_SYSTEM_PROCESSOR AMD64)
 include(${CMAKE_CURRENT_LIST_DIR}/windows.cmake)

@@ -1,3 +1,4 @@
+set(FORM x86)
 set(TARGET i686-w64-mingw32)
 set(CMAKE_SYSTEM_PROCESSOR x86)
 include(${CMAKE_CURRENT_LIST_DIR}/windows.cmake)
