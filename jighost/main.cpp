@@ -4,6 +4,7 @@
 
 #include "jighost/commands/Commands.h"
 #include "jighost/session/Interrupt.h"
+#include "jighost/text/PlainText.h"
 
 static const char EXIT_CODES[] =
     "Exit codes: 0 all as expected, 1 the host itself failed, 2 wrong use, 3 the module can't be\n"
@@ -11,8 +12,8 @@ static const char EXIT_CODES[] =
     "Data goes to standard output, talk to standard error. The module writes its log, JigDll.log,\n"
     "to the current directory.";
 
-static int Complain(const char* pszText, EXIT_CODE exitCode) {
-    std::cerr << "jighost: " << pszText << '\n';
+static int Complain(const std::string& text, EXIT_CODE exitCode) {
+    std::cerr << "jighost: " << text << '\n';
     return exitCode;
 }
 
@@ -47,6 +48,6 @@ int main(int argc, char** argv) {
     } catch (const HostError& e) {
         return Complain(e.what(), e.exitCode);
     } catch (const std::exception& e) {
-        return Complain(e.what(), EXIT_HOST_ERROR);
+        return Complain(PlainText(e.what()), EXIT_HOST_ERROR);
     }
 }

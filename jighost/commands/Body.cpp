@@ -54,7 +54,7 @@ static void NewBody(const std::string& path) {
 
 /// A text in quotes, or else the first bytes.
 static std::string ValueText(const SimulatedBody::Bytes& bytes) {
-    const std::string text = PlainText(bytes);
+    const std::string text = RecordText(bytes);
     if (text.size() > 2 && text.find('\\') == std::string::npos) {
         return '"' + text + '"';
     }

@@ -7,6 +7,7 @@
 #include "jighost/check/DumpDifference.h"
 #include "jighost/commands/CommonOptions.h"
 #include "jighost/output/Json.h"
+#include "jighost/text/PlainText.h"
 
 static EXIT_CODE Diff(const HOST& host, const std::string& left, const std::string& right);
 
@@ -29,7 +30,7 @@ static void ShowDifferences(const DUMP_DIFFERENCE& dumps) {
         std::cout << std::left << std::setw(14) << DumpFileName(*difference.pRow) << std::setw(34)
                   << difference.pRow->PropertyName
                   << (difference.onlyIn.empty() ? ComparisonText(difference.comparison)
-                                                : "only in " + difference.onlyIn)
+                                                : "only in " + PlainText(difference.onlyIn))
                   << '\n';
     }
     std::cout << dumps.compared << " properties in both, " << dumps.differences.size()

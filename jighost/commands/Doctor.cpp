@@ -9,6 +9,7 @@
 #include "jighost/commands/CommonOptions.h"
 #include "jighost/output/Json.h"
 #include "jighost/session/Module.h"
+#include "jighost/text/PlainText.h"
 
 static EXIT_CODE Examine(const HOST& host, const std::string& path);
 
@@ -39,7 +40,7 @@ static const char* StateText(STATE state) {
 
 static void ShowCheck(const CHECK& check) {
     std::cout << std::left << std::setw(8) << StateText(check.state) << std::setw(15) << check.name
-              << check.text << std::endl;
+              << PlainText(check.text) << std::endl;
 }
 
 static void ShowChecksAsJson(const std::vector<CHECK>& checks, bool bServes) {

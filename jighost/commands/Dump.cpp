@@ -11,6 +11,7 @@
 #include "jighost/output/Json.h"
 #include "jighost/session/AddedLog.h"
 #include "jighost/session/Session.h"
+#include "jighost/text/PlainText.h"
 #include "platform/Program.h"
 
 static void Dump(const HOST& host, const std::string& folder);
@@ -97,7 +98,8 @@ static void ShowDump(
         return;
     }
     std::cout << progress.Rows() << " files, " << progress.ByteCount() << " bytes, " << std::fixed
-              << std::setprecision(3) << run.time.count() / 1000 << " s in " << folder << '\n';
+              << std::setprecision(3) << run.time.count() / 1000 << " s in " << PlainText(folder)
+              << '\n';
 }
 
 static void Dump(const HOST& host, const std::string& folder) {

@@ -9,6 +9,7 @@
 #include "jighost/commands/CommonOptions.h"
 #include "jighost/output/Json.h"
 #include "jighost/session/BodyFile.h"
+#include "jighost/text/PlainText.h"
 
 static EXIT_CODE Verify(const HOST& host, const std::string& folder);
 
@@ -30,8 +31,9 @@ void AddVerifyCommand(Command& program, HOST& host) {
 
 static void ShowFindings(const Findings& findings) {
     for (const FINDING& finding : findings) {
-        std::cout << std::left << std::setw(9) << finding.kind << std::setw(14) << finding.file
-                  << std::setw(34) << finding.property << finding.text << '\n';
+        std::cout << std::left << std::setw(9) << finding.kind << std::setw(14)
+                  << PlainText(finding.file) << std::setw(34) << finding.property << finding.text
+                  << '\n';
     }
     std::cout << PROPERTY_COUNT << " files expected, ";
     if (findings.empty()) {

@@ -11,6 +11,7 @@
 #include "jighost/text/HostError.h"
 #include "jighost/text/NearestName.h"
 #include "jighost/text/Numbers.h"
+#include "jighost/text/PlainText.h"
 #include "trace/Hex.h"
 
 // More than the longest block that an operation can sensibly be told to read or write.
@@ -149,18 +150,12 @@ void SetHex(
 
 // --- Showing ---
 
-std::string PlainText(std::span<const std::uint8_t> bytes) {
+std::string RecordText(std::span<const std::uint8_t> bytes) {
     while (!bytes.empty() && bytes.back() == 0) {
         bytes = bytes.first(bytes.size() - 1);
     }
-    std::string text;
-    for (const std::uint8_t byte : bytes) {
-        const bool bPlain = byte >= ' ' && byte <= '~' && byte != '"' && byte != '\\';
-        text += bPlain ? std::string(1, static_cast<char>(byte)) : "\\x" + HexText(byte, 2);
-    }
-    return text;
+    return PlainText({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, "\"\\");
 }
-
 static std::string DoubleText(double number) {
     std::array<char, 32> text{};
     const auto [end, error] = std::to_chars(text.begin(), text.end(), number);
@@ -186,7 +181,7 @@ static std::string ValueText(const FIELD& field, const std::uint8_t* pBytes) {
         case FIELD_KIND::DOUBLE:
             return DoubleText(NumberAt<double>(pBytes));
         case FIELD_KIND::TEXT:
-            return '"' + PlainText({pBytes, field.width}) + '"';
+            return '"' + RecordText({pBytes, field.width}) + '"';
         case FIELD_KIND::BYTES:
             return HexText(*pBytes, 2);
     }

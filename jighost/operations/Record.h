@@ -63,8 +63,9 @@ bool IsSameField(
 /// The field's value, as ShowRecord writes it.
 std::string FieldText(const RECORD& record, const RecordBytes& bytes, std::string_view field);
 
-/// A text without the zeros behind it; other characters than printable ASCII as \xNN.
-std::string PlainText(std::span<const std::uint8_t> bytes);
+/// A text of a record without the zeros behind it, in the form of PlainText; quotes and backslashes
+/// are escaped too.
+std::string RecordText(std::span<const std::uint8_t> bytes);
 
 /// A field's name with the indices that it has, such as "Data[0..127]".
 std::string IndexedName(const FIELD& field);

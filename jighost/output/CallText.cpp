@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "jighost/text/Numbers.h"
+#include "jighost/text/PlainText.h"
 #include "trace/Hex.h"
 
 using Link::CALL;
@@ -61,18 +62,21 @@ std::string ShortBytes(std::span<const std::uint8_t> bytes) {
 }
 
 std::string RequestText(const CALL& call) {
-    std::string text = call.function.substr(call.function.rfind(':') + 1);
-    text += (call.name.empty() ? "" : " ") + call.name + NumbersText(call);
+    std::string text = PlainText(call.function.substr(call.function.rfind(':') + 1));
+    if (!call.name.empty()) {
+        text.append(" ").append(PlainText(call.name));
+    }
+    text += NumbersText(call);
     return text + (call.sent.empty() ? "" : ": ") + ShortBytes(call.sent);
 }
 
 static std::string FailureText(const FAILURE& failure) {
     switch (failure.kind) {
         case FAULT::CAMERA_EXCEPTION:
-            return failure.message + " (0x" + HexText(static_cast<std::uint32_t>(failure.code), 1) +
-                   ")";
+            return PlainText(failure.message) + " (0x" +
+                   HexText(static_cast<std::uint32_t>(failure.code), 1) + ")";
         case FAULT::STANDARD_EXCEPTION:
-            return "standard exception, " + failure.message;
+            return "standard exception, " + PlainText(failure.message);
         case FAULT::INTEGER:
             return "integer " + std::to_string(failure.code);
     }

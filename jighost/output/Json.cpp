@@ -22,7 +22,7 @@ static Json ElementJson(const FIELD& field, const std::uint8_t* pBytes) {
         case FIELD_KIND::DOUBLE:
             return NumberAt<double>(pBytes);
         case FIELD_KIND::TEXT:
-            return PlainText({pBytes, field.width});
+            return RecordText({pBytes, field.width});
         case FIELD_KIND::BYTES:
             return HexBytes({pBytes, field.width});
     }

@@ -12,7 +12,7 @@ using Json = nlohmann::ordered_json;
 /// Stands as "format" in each document; a change that breaks its readers counts it up.
 constexpr int JSON_FORMAT = 1;
 
-/// Field by field; texts as PlainText gives them, bytes as "b5 0d 00".
+/// Field by field; texts as RecordText gives them, bytes as "b5 0d 00".
 Json RecordJson(const RECORD& record, const RecordBytes& bytes);
 
 /// The whole text of a document. Bytes that are no UTF-8 come out as the replacement character.

@@ -121,7 +121,7 @@ static std::vector<STEP> ReadSteps(const YamlFile& file, const YAML::Node& node)
         }
     }
     if (!mistakes.empty()) {
-        throw HostError(EXIT_WRONG_USE, mistakes);
+        throw HostError(EXIT_WRONG_USE, HostError::LINES{mistakes});
     }
     return steps;
 }

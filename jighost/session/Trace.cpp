@@ -8,6 +8,7 @@
 #include "jighost/operations/ResultName.h"
 #include "jighost/output/CallText.h"
 #include "jighost/text/HostError.h"
+#include "jighost/text/PlainText.h"
 #include "trace/TraceWriter.h"
 
 void Trace::BeginOperation(const OPERATION_INFO& info, const RecordBytes& record) {
@@ -47,7 +48,7 @@ class ShownTrace : public Trace {
         std::cerr << info.name << '\n';
     }
     void WriteLogLine(const std::string& line) override {
-        std::cerr << std::string(NUMBER_WIDTH + 1, ' ') << line << '\n';
+        std::cerr << std::string(NUMBER_WIDTH + 1, ' ') << PlainText(line) << '\n';
     }
     void WriteCall(const Link::CALL& call, std::uint32_t number) override {
         std::cerr << std::setw(NUMBER_WIDTH) << number << ' ' << RequestText(call) << std::flush;

@@ -3,6 +3,9 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
+
+#include "jighost/text/PlainText.h"
 
 /// The program's exit codes. Whatever else happened, a program that Ctrl-C ended says so.
 enum EXIT_CODE : int {
@@ -18,7 +21,15 @@ enum EXIT_CODE : int {
 /// Ends a command with its text on standard error and the exit code.
 class HostError : public std::runtime_error {
   public:
-    HostError(EXIT_CODE exit, const std::string& text) : std::runtime_error(text), exitCode(exit) {}
+    /// The text becomes one line, as PlainText gives it: parts of it may come from anywhere.
+    HostError(EXIT_CODE exit, std::string_view text)
+        : std::runtime_error(PlainText(text)), exitCode(exit) {}
+    /// The lines of several errors, each as what() gives it.
+    struct LINES {
+        std::string text;
+    };
+    HostError(EXIT_CODE exit, const LINES& lines)
+        : std::runtime_error(lines.text), exitCode(exit) {}
 
     EXIT_CODE exitCode;
 };
