@@ -1,11 +1,13 @@
 // Result codes, the failure test, and the checks that throw a code with its message.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
-#include <new>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "link/CException.h"
 
@@ -44,13 +46,23 @@ void CheckNested(std::int32_t result, std::string_view logName);
 /// Throws code 1 with "[WAPI] " and the platform call that failed if the block is not open.
 void CheckSharedMemory(const CSharedMemory& block);
 
-/// A working buffer of `count` elements, all zero; throws code 5 with "[VALU] " and `name` if
-/// there is no memory for it.
+struct FREE_BUFFER {
+    void operator()(void* pMemory) const { std::free(pMemory); }
+};
+
 template <class Element>
-std::unique_ptr<Element[]> AllocateBuffer(std::size_t count, std::string_view name) {
-    std::unique_ptr<Element[]> buffer(new (std::nothrow) Element[count]());
-    if (buffer == nullptr) {
+using Buffer = std::unique_ptr<Element[], FREE_BUFFER>;
+
+/// A working buffer of `count` elements, all zero; throws code 5 with "[VALU] " and `name` if
+/// there is no memory for it. Its memory comes page by page, as it is written: a count from outside
+/// costs nothing yet.
+template <class Element>
+Buffer<Element> AllocateBuffer(std::size_t count, std::string_view name) {
+    static_assert(std::is_trivial_v<Element>);
+    // One at least: nothing asked for may be answered with null.
+    void* pMemory = std::calloc(std::max<std::size_t>(count, 1), sizeof(Element));
+    if (pMemory == nullptr) {
         Fail(std::string("[VALU] ").append(name), RESULT_OUT_OF_MEMORY);
     }
-    return buffer;
+    return Buffer<Element>(static_cast<Element*>(pMemory));
 }

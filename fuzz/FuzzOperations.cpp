@@ -10,20 +10,25 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <new>
 #include <span>
 #include <stdexcept>
 
 #include "bodylnk/SimulatedBody.h"
 #include "frame/Registration.h"
+#include "platform/Export.h"
 #include "platform/OwnBlocks.h"
 #include "platform/Program.h"
 #include "tests/support/Driver.h"
 
-// The module's larger buffers are refused: four gigabytes would only cost time.
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+// The module's larger buffers are refused: four gigabytes would only cost time. This takes the
+// place of the run-time library's in the module too.
+extern "C" MODULE_API void* calloc(std::size_t count, std::size_t size) noexcept {
     const std::size_t LARGEST_BUFFER = 4'000'000;
-    return size <= LARGEST_BUFFER ? ::operator new[](size) : nullptr;
+    if (size != 0 && count > LARGEST_BUFFER / size) {
+        return nullptr;
+    }
+    void* pMemory = std::malloc(count * size);
+    return pMemory == nullptr ? nullptr : std::memset(pMemory, 0, count * size);
 }
 
 namespace {

@@ -1,11 +1,16 @@
-// Every allocation fails in turn. This program's operator new takes the place of the run-time
-// library's in the module too, which other systems than the one of the POSIX layer do not do.
+// Every allocation fails in turn. This program's operator new and calloc take the place of the
+// run-time library's in the module too, which other systems than the one of the POSIX layer do not
+// do.
+#include <dlfcn.h>
+
 #include <cstdlib>
+#include <cstring>
 #include <iostream>
 #include <new>
 #include <set>
 
 #include "identity/BodyID.h"
+#include "platform/Export.h"
 #include "tests/support/Driver.h"
 #include "tests/support/Support.h"
 
@@ -45,6 +50,13 @@ void* Allocate(std::size_t size, bool bThrows) {
     return pMemory;
 }
 
+/// The loader's memory does not run out: without it there is no module.
+bool IsInModule(const void* pCode) {
+    Dl_info library{};
+    return dladdr(pCode, &library) != 0 &&
+           std::string_view(library.dli_fname).ends_with(MODULE_FILE);
+}
+
 /// Memory runs out at the n-th allocation from its construction on, until its destruction.
 class Shortage {
   public:
@@ -58,6 +70,12 @@ class Shortage {
 
 }  // namespace
 
+extern "C" MODULE_API void* calloc(std::size_t count, std::size_t size) noexcept {
+    const bool bCounts =
+        s_Allocations.shortage != SHORTAGE::NONE && IsInModule(__builtin_return_address(0));
+    void* pMemory = bCounts ? Allocate(count * size, false) : std::malloc(count * size);
+    return pMemory == nullptr ? nullptr : std::memset(pMemory, 0, count * size);
+}
 void* operator new(std::size_t size) {
     return Allocate(size, true);
 }

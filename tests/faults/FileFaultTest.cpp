@@ -1,7 +1,6 @@
 // The file system fails: operations that use no file of their own do not notice, the others give
 // their codes, files made before stay complete, and the log goes on as soon as it can.
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <map>
@@ -9,27 +8,11 @@
 
 #include "tests/support/Driver.h"
 #include "tests/support/Support.h"
+#include "tests/support/SupportProcess.h"
 
 namespace {
 
 const char LOG_FILE[] = "JigDll.log";
-
-/// Lowers a limit of this process for a while.
-class Limit {
-  public:
-    Limit(int resource, rlim_t value) : m_Resource(resource) {
-        getrlimit(resource, &m_Former);
-        const rlimit lowered{value, m_Former.rlim_max};
-        EXPECT_EQ(setrlimit(resource, &lowered), 0);
-    }
-    Limit(const Limit&) = delete;
-    Limit& operator=(const Limit&) = delete;
-    ~Limit() { setrlimit(m_Resource, &m_Former); }
-
-  private:
-    int m_Resource;
-    rlimit m_Former{};
-};
 
 /// Leaves no descriptor to open a file with.
 class NoDescriptors {
@@ -44,28 +27,6 @@ class NoDescriptors {
     }
 
     Limit m_Limit;
-};
-
-/// The superuser, whom no file's mode stops, is another user for a while. A block that is opened
-/// meanwhile is that user's.
-class OrdinaryUser {
-  public:
-    OrdinaryUser() : m_Former(geteuid()) {
-        if (m_Former == 0) {
-            EXPECT_EQ(seteuid(OTHER_USER), 0);
-        }
-    }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-    ~OrdinaryUser() {
-        if (m_Former == 0) {
-            EXPECT_EQ(seteuid(m_Former), 0);
-        }
-    }
-
-  private:
-    static constexpr uid_t OTHER_USER = 65534;
-    uid_t m_Former;
 };
 
 /// Takes the permission to write from the log, the folder of the log and the dump's folder.

@@ -1,0 +1,45 @@
+// What a test takes from its own process for a while, on POSIX systems.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+/// Lowers a limit of this process for a while.
+class Limit {
+  public:
+    Limit(int resource, rlim_t value) : m_Resource(resource) {
+        getrlimit(resource, &m_Former);
+        const rlimit lowered{value, m_Former.rlim_max};
+        EXPECT_EQ(setrlimit(resource, &lowered), 0);
+    }
+    Limit(const Limit&) = delete;
+    Limit& operator=(const Limit&) = delete;
+    ~Limit() { setrlimit(m_Resource, &m_Former); }
+
+  private:
+    int m_Resource;
+    rlimit m_Former{};
+};
+
+/// The superuser, whom no file's mode stops, is another user for a while. A block that is opened
+/// meanwhile is that user's.
+class OrdinaryUser {
+  public:
+    OrdinaryUser() : m_Former(geteuid()) {
+        if (m_Former == 0) {
+            EXPECT_EQ(seteuid(OTHER_USER), 0);
+        }
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+    ~OrdinaryUser() {
+        if (m_Former == 0) {
+            EXPECT_EQ(seteuid(m_Former), 0);
+        }
+    }
+
+  private:
+    static constexpr uid_t OTHER_USER = 65534;
+    uid_t m_Former;
+};
