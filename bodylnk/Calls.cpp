@@ -1,15 +1,39 @@
-// Counting, recording and failing of calls.
+// Every call on its way: it is counted, shown to the observer, recorded, and answered in the place
+// of who stands behind or made to fail if that was asked for.
 #include "bodylnk/Calls.h"
 
 #include <algorithm>
+#include <map>
 #include <stdexcept>
 #include <string>
 
+#include "bodylnk/ForEver.h"
+#include "bodylnk/SimulatedBody.h"
 #include "link/CException.h"
+#include "passage/Passage.h"
 
 namespace SimulatedBody {
 
+using Link::ANSWER;
+using Link::REQUEST;
+
 namespace {
+
+/// Failures waiting for their turn, each at one occasion.
+class FailurePlan {
+  public:
+    /// n counts the occasions from now on, from 1.
+    void FailNth(std::uint32_t n, const FAILURE& failure) { m_Failures[m_Occasions + n] = failure; }
+    /// Counts one occasion and gives the failure planned for it.
+    std::optional<FAILURE> Next() {
+        const auto planned = m_Failures.extract(++m_Occasions);
+        return planned ? std::optional(planned.mapped()) : std::nullopt;
+    }
+
+  private:
+    std::uint64_t m_Occasions = 0;
+    std::map<std::uint64_t, FAILURE> m_Failures;
+};
 
 struct CALLS {
     std::uint32_t count = 0;
@@ -21,18 +45,15 @@ struct CALLS {
 
     FailurePlan callFailures;
     FailurePlan constructionFailures;
+    FailurePlan prefixFailures;
     std::map<std::string, FAILURE, std::less<>> eventFailures;
 };
 
-CALLS s_Calls;
+ForEver<CALLS> s_AllCalls;
+CALLS& s_Calls = s_AllCalls.object;
 
 bool SomebodyListens() {
     return s_Calls.recording || s_Calls.observer || s_Calls.answerer;
-}
-
-Bytes CopyBytes(const void* pMemory, std::uint32_t size) {
-    const auto* pBytes = static_cast<const std::uint8_t*>(pMemory);
-    return pBytes != nullptr ? Bytes(pBytes, pBytes + size) : Bytes();
 }
 
 std::optional<FAILURE> NextFailure(std::string_view name) {
@@ -43,45 +64,7 @@ std::optional<FAILURE> NextFailure(std::string_view name) {
     return found != s_Calls.eventFailures.end() ? std::optional(found->second) : std::nullopt;
 }
 
-// Of the exception that is being handled.
-FAILURE CaughtFailure() {
-    try {
-        throw;
-    } catch (const CException* e) {
-        return {.code = e->code, .message = e->message};
-    } catch (const std::exception& e) {
-        return {.kind = FAULT::STANDARD_EXCEPTION, .code = 0, .message = e.what()};
-    } catch (std::int32_t code) {
-        return {.kind = FAULT::INTEGER, .code = code, .message = ""};
-    } catch (...) {
-        return {.kind = FAULT::STANDARD_EXCEPTION, .code = 0, .message = "unknown exception"};
-    }
-}
-
-void Keep(const ANSWER& answer, bool failed) {
-    CALL& call = s_Calls.current;
-    call.received = CopyBytes(answer.pReceived, answer.size);
-    call.sizeLeft = answer.sizeLeft;
-    call.result = answer.result;
-    if (failed) {
-        call.failure = CaughtFailure();
-    }
-    if (s_Calls.observer) {
-        s_Calls.observer(call, true);
-    }
-    if (s_Calls.recording) {
-        s_Calls.recorded.push_back(std::move(call));
-    }
-}
-
-}  // namespace
-
-std::optional<FAILURE> FailurePlan::Next() {
-    const auto planned = m_Failures.extract(++m_Occasions);
-    return planned ? std::optional(planned.mapped()) : std::nullopt;
-}
-
-void Throw(const FAILURE& failure) {
+[[noreturn]] void Throw(const FAILURE& failure) {
     switch (failure.kind) {
         case FAULT::STANDARD_EXCEPTION:
             throw std::runtime_error(failure.message);
@@ -93,23 +76,18 @@ void Throw(const FAILURE& failure) {
     throw new CException(failure.message, failure.code);
 }
 
-void PassConstruction() {
-    if (const auto failure = s_Calls.constructionFailures.Next()) {
+void ThrowNext(FailurePlan& plan) {
+    if (const auto failure = plan.Next()) {
         Throw(*failure);
     }
 }
 
+// --- One call ---
+
 std::optional<FAILURE> BeginCall(const REQUEST& request) {
     ++s_Calls.count;
     if (SomebodyListens()) {
-        CALL& call = s_Calls.current;
-        call = CALL();
-        call.function = request.pszFunction;
-        call.name = request.name;
-        call.id = request.id;
-        call.value = request.value;
-        call.fromList = request.fromList;
-        call.sent = CopyBytes(request.pSent, request.sentSize);
+        s_Calls.current = Link::CallOf(request);
     }
     if (s_Calls.observer) {
         s_Calls.observer(s_Calls.current, false);
@@ -117,16 +95,25 @@ std::optional<FAILURE> BeginCall(const REQUEST& request) {
     return NextFailure(request.name);
 }
 
+void Keep(const ANSWER& answer, bool failed) {
+    CALL& call = s_Calls.current;
+    Link::Complete(call, answer, failed);
+    if (s_Calls.observer) {
+        s_Calls.observer(call, true);
+    }
+    if (s_Calls.recording) {
+        s_Calls.recorded.push_back(std::move(call));
+    }
+}
+
+/// A failed call is ended while what it threw is being handled.
 void EndCall(const ANSWER& answer, bool failed) noexcept {
     if (SomebodyListens()) {
         SwallowExceptions([&] { Keep(answer, failed); });
     }
 }
 
-std::optional<CALL> AnswerInPlaceOfBody() {
-    return s_Calls.answerer ? s_Calls.answerer(s_Calls.current) : std::nullopt;
-}
-
+/// Gives the caller an answer that an Answerer gave; refers to the caller's memory alone.
 ANSWER HandOver(const REQUEST& request, const CALL& answered) {
     ANSWER answer;
     if (request.pReceive != nullptr) {
@@ -148,6 +135,8 @@ ANSWER HandOver(const REQUEST& request, const CALL& answered) {
     }
     return answer;
 }
+
+}  // namespace
 
 void ResetCalls() {
     s_Calls = {};
@@ -182,6 +171,10 @@ void FailConstruction(std::uint32_t n, const FAILURE& failure) {
     s_Calls.constructionFailures.FailNth(n, failure);
 }
 
+void FailLinePrefix(std::uint32_t n, const FAILURE& failure) {
+    s_Calls.prefixFailures.FailNth(n, failure);
+}
+
 void Observe(Observer observer) {
     s_Calls.observer = std::move(observer);
 }
@@ -191,3 +184,50 @@ void AnswerCalls(Answerer answerer) {
 }
 
 }  // namespace SimulatedBody
+
+// --- The passage ---
+
+namespace Link {
+
+using namespace SimulatedBody;
+
+void PassCall(const REQUEST& request, const std::function<void()>& work) {
+    const std::optional<FAILURE> failure = BeginCall(request);
+    const auto failAt = [&](MOMENT moment) {
+        if (failure && failure->moment == moment) {
+            Throw(*failure);
+        }
+    };
+    ANSWER answer;
+    try {
+        failAt(MOMENT::BEFORE);
+        const std::optional<CALL> answered =
+            s_Calls.answerer ? s_Calls.answerer(s_Calls.current) : std::nullopt;
+        if (answered) {
+            answer = HandOver(request, *answered);
+        } else {
+            work();
+            answer = AnswerTo(request);
+        }
+        if (answered && answered->failure) {
+            Throw(*answered->failure);
+        }
+        failAt(MOMENT::AFTER);
+    } catch (...) {
+        EndCall(answer, true);
+        throw;
+    }
+    EndCall(answer, false);
+}
+
+void PassConstruction(const std::function<void()>& work) {
+    ThrowNext(s_Calls.constructionFailures);
+    work();
+}
+
+std::string PassLinePrefix(const std::function<std::string()>& work) {
+    ThrowNext(s_Calls.prefixFailures);
+    return work();
+}
+
+}  // namespace Link

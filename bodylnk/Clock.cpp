@@ -7,31 +7,20 @@
 #include <stdexcept>
 #include <string>
 
-#include "bodylnk/Calls.h"
+#include "bodylnk/ForEver.h"
 #include "bodylnk/SimulatedBody.h"
-#include "link/BodyLink.h"
 
 namespace SimulatedBody {
 
 namespace {
 
 struct CLOCK {
-    std::string fixedText;  // empty: the time
-    FailurePlan failures;
+    std::string fixedText;    // empty: the time
     std::time_t minute = -1;  // what `szMinute` shows, in minutes of the system's clock
     char szMinute[sizeof("YYYY/MM/DD hh:mm:") + 8] = "";
 };
 
-// Never destroyed: a process that ends writes its last log line behind the static destruction.
-union CLOCK_FOR_EVER {
-    CLOCK clock;
-    CLOCK_FOR_EVER() : clock() {}
-    CLOCK_FOR_EVER(const CLOCK_FOR_EVER&) = delete;
-    CLOCK_FOR_EVER& operator=(const CLOCK_FOR_EVER&) = delete;
-    ~CLOCK_FOR_EVER() {}
-};
-
-CLOCK_FOR_EVER s_Clock;
+ForEver<CLOCK> s_Clock;
 
 // Asked once a minute only: the run-time library looks at the zone's file each time.
 void ShowMinute(CLOCK& clock, std::time_t minute) {
@@ -71,24 +60,17 @@ std::string TimeText(CLOCK& clock) {
 
 }  // namespace
 
+std::string ClockText() {
+    CLOCK& clock = s_Clock.object;
+    return clock.fixedText.empty() ? TimeText(clock) : clock.fixedText;
+}
+
 void ResetClock() {
-    s_Clock.clock = {};
+    s_Clock.object = {};
 }
 
 void SetLinePrefix(const std::string& prefix) {
-    s_Clock.clock.fixedText = prefix;
-}
-
-void FailLinePrefix(std::uint32_t n, const FAILURE& failure) {
-    s_Clock.clock.failures.FailNth(n, failure);
+    s_Clock.object.fixedText = prefix;
 }
 
 }  // namespace SimulatedBody
-
-std::string _gt(const std::uint32_t& /*value*/) {
-    SimulatedBody::CLOCK& clock = SimulatedBody::s_Clock.clock;
-    if (const auto failure = clock.failures.Next()) {
-        SimulatedBody::Throw(*failure);
-    }
-    return clock.fixedText.empty() ? SimulatedBody::TimeText(clock) : clock.fixedText;
-}

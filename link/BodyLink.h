@@ -47,8 +47,11 @@ class BODYLNK_API CEventProcedure {
     void ExecuteAndGetData(
         const std::string& name, void* data, std::uint32_t* size, std::int32_t* result);
 
-  private:
+  protected:
     struct STATE;
+    /// For the library's own derived classes, which bring a state of theirs.
+    explicit CEventProcedure(STATE* pOwn);
+
     STATE* pState;  // the library's own
 };
 
