@@ -7,8 +7,9 @@
 #include "jighost/text/PlainText.h"
 
 static const char EXIT_CODES[] =
-    "Exit codes: 0 all as expected, 1 the host itself failed, 2 wrong use, 3 the module can't be\n"
-    "loaded, 4 an operation failed, 5 an expectation is not met, 130 interrupted by Ctrl-C.\n"
+    "Exit codes: 0 all as expected, 1 the host itself failed, 2 wrong use, 3 the module or\n"
+    "the camera link can't be loaded, 4 an operation failed, 5 an expectation is not met,\n"
+    "130 interrupted by Ctrl-C.\n"
     "Data goes to standard output, talk to standard error. The module writes its log, JigDll.log,\n"
     "to the current directory.";
 

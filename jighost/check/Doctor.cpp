@@ -7,10 +7,13 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <optional>
 
+#include "bodylnk/OtherLink.h"
 #include "jighost/check/LibraryFormat.h"
 #include "jighost/check/SharedBlockCheck.h"
 #include "jighost/operations/OperationTable.h"
+#include "jighost/session/ChosenLink.h"
 #include "jighost/session/Module.h"
 #include "jighost/text/HostError.h"
 #include "platform/LibraryError.h"
@@ -33,15 +36,15 @@ static CHECK Result(const char* name, bool bGood, const std::string& text) {
     return {name, bGood ? STATE::OK : STATE::FAILED, text};
 }
 
-static CHECK CheckFound(const std::string& path) {
+static CHECK CheckFound(const char* name, const std::string& path) {
     std::error_code error;
     const bool bFound = std::filesystem::is_regular_file(path, error);
-    return Result("found", bFound, bFound ? path : "there is no file " + path);
+    return Result(name, bFound, bFound ? path : "there is no file " + path);
 }
 
-static CHECK CheckWordSize(const std::string& path) {
+static CHECK CheckWordSize(const char* name, const std::string& path) {
     const LIBRARY_FORMAT format = ReadLibraryFormat(path);
-    return Result("word size", format.bLoadable, format.text);
+    return Result(name, format.bLoadable, format.text);
 }
 
 /// The library that the system's text says is not there; empty if it says something else.
@@ -152,24 +155,91 @@ static CHECK CheckSharedBlocks() {
     return Result("shared blocks", fault.empty(), fault.empty() ? "can be opened" : fault);
 }
 
-std::vector<CHECK> CheckAll(
-    const std::string& path, const std::function<void(const CHECK&)>& onCheck) {
-    std::vector<CHECK> checks;
-    const auto add = [&](const CHECK& check) {
+// --- The camera link ---
+
+static CHECK CheckLinkLoads(const std::string& path, std::vector<std::string>& missing) {
+    try {
+        missing = OtherLink::MissingNames(path);
+        return {"link loads", STATE::OK, "with all that it depends on"};
+    } catch (const std::exception& e) {
+        return {"link loads", STATE::FAILED, e.what()};
+    }
+}
+
+static CHECK CheckLinkFunctions(const std::vector<std::string>& missing) {
+    return Result(
+        "link functions", missing.empty(),
+        missing.empty() ? "all that a camera link has" : "without " + Listed(missing));
+}
+
+/// Puts the link in the simulated body's place.
+static CHECK CheckLinkServes(const std::string& path, std::optional<ChosenLink>& link) {
+    try {
+        link.emplace(path);
+        return {"link serves", STATE::OK, "in place of the simulated body"};
+    } catch (const HostError& e) {
+        return {"link serves", STATE::FAILED, e.what()};
+    }
+}
+
+// --- All together ---
+
+namespace {
+
+/// The checks made so far.
+class Examination {
+  public:
+    explicit Examination(const std::function<void(const CHECK&)>& onCheck) : m_OnCheck(onCheck) {}
+
+    void Add(const CHECK& check) {
         checks.push_back(check);
-        onCheck(check);
-    };
-    const auto addBehindGood = [&](const char* name, const auto& check) {
+        m_OnCheck(check);
+    }
+
+    template <class Check>
+    void AddBehindGood(const char* name, const Check& check) {
         const bool bGood = checks.back().state == STATE::OK;
-        add(bGood ? check() : CHECK{name, STATE::NOT_TESTED, "not tested"});
-    };
+        Add(bGood ? check() : CHECK{name, STATE::NOT_TESTED, "not tested"});
+    }
+
+    std::vector<CHECK> checks;
+
+  private:
+    const std::function<void(const CHECK&)>& m_OnCheck;
+};
+
+}  // namespace
+
+static void ExamineLink(
+    const std::string& path, Examination& examination, std::optional<ChosenLink>& link) {
+    std::vector<std::string> missing;
+    examination.Add(CheckFound("link found", path));
+    examination.AddBehindGood(
+        "link word size", [&] { return CheckWordSize("link word size", path); });
+    examination.AddBehindGood("link loads", [&] { return CheckLinkLoads(path, missing); });
+    examination.AddBehindGood("link functions", [&] { return CheckLinkFunctions(missing); });
+    examination.AddBehindGood("link serves", [&] { return CheckLinkServes(path, link); });
+}
+
+static void ExamineModule(const std::string& path, Examination& examination) {
     Library library;
-    add(CheckFound(path));
-    addBehindGood("word size", [&] { return CheckWordSize(path); });
-    addBehindGood("loads", [&] { return CheckLoads(path, library); });
-    addBehindGood("exports", [&] { return CheckExports(library.get()); });
-    addBehindGood("registrations", [&] { return CheckRegistrations(path); });
-    add(CheckLogFile());
-    add(CheckSharedBlocks());
-    return checks;
+    examination.Add(CheckFound("found", path));
+    examination.AddBehindGood("word size", [&] { return CheckWordSize("word size", path); });
+    examination.AddBehindGood("loads", [&] { return CheckLoads(path, library); });
+    examination.AddBehindGood("exports", [&] { return CheckExports(library.get()); });
+    examination.AddBehindGood("registrations", [&] { return CheckRegistrations(path); });
+}
+
+std::vector<CHECK> CheckAll(
+    const std::string& path, const std::string& linkPath,
+    const std::function<void(const CHECK&)>& onCheck) {
+    Examination examination(onCheck);
+    std::optional<ChosenLink> link;
+    if (!linkPath.empty()) {
+        ExamineLink(linkPath, examination, link);
+    }
+    ExamineModule(path, examination);
+    examination.Add(CheckLogFile());
+    examination.Add(CheckSharedBlocks());
+    return examination.checks;
 }

@@ -36,8 +36,15 @@ static void AddFaultOption(Command& command, HOST& host) {
         "FAULT");
 }
 
+void AddLinkOption(Command& command, HOST& host) {
+    command.AddOption(
+        "--link", host.session.linkPath,
+        "A camera link's file: the module works with it in place of the simulated body", "PATH");
+}
+
 void AddSessionOptions(Command& command, HOST& host) {
     AddModuleOption(command, host);
+    AddLinkOption(command, host);
     command.AddOption(
         "--body", host.session.bodyPath,
         "The body's saved values: read at the start, written back at the end", "FILE");

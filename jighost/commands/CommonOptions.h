@@ -6,6 +6,9 @@
 /// --module, for a command that loads the module.
 void AddModuleOption(Command& command, HOST& host);
 
+/// --link, for a command that has a camera link other than the simulated body.
+void AddLinkOption(Command& command, HOST& host);
+
 /// All that a Session is set up by, for a command that runs operations; --module among it.
 void AddSessionOptions(Command& command, HOST& host);
 

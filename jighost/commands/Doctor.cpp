@@ -15,14 +15,18 @@ static EXIT_CODE Examine(const HOST& host, const std::string& path);
 
 void AddDoctorCommand(Command& program, HOST& host) {
     Command command = program.AddCommand(
-        "doctor", "Tells whether a module can serve in the current directory, and why not");
+        "doctor",
+        "Tells whether a module and a camera link can serve in the current directory, and why "
+        "not");
     const auto pPath = std::make_shared<std::string>();
     command.AddOption("module", *pPath, "The module's file; else the one beside jighost");
+    AddLinkOption(command, host);
     AddJsonOption(command, host);
     command.SetFooter(
         "Examples:\n"
         "  jighost doctor\n"
         "  jighost doctor /opt/line/TuneBench.t460.so\n"
+        "  jighost doctor --link /opt/line/libBODYLNK.so\n"
         "Ends with 3 if any check fails.");
     command.SetWork([&host, pPath] { host.exitCode = Examine(host, *pPath); });
 }
@@ -53,11 +57,13 @@ static void ShowChecksAsJson(const std::vector<CHECK>& checks, bool bServes) {
 }
 
 static EXIT_CODE Examine(const HOST& host, const std::string& path) {
-    const std::vector<CHECK> checks = CheckAll(FullModulePath(path), [&host](const CHECK& check) {
+    const auto onCheck = [&host](const CHECK& check) {
         if (!host.bJson) {
             ShowCheck(check);
         }
-    });
+    };
+    const std::vector<CHECK> checks =
+        CheckAll(FullModulePath(path), host.session.linkPath, onCheck);
     const bool bServes = std::all_of(
         checks.begin(), checks.end(), [](const CHECK& check) { return check.state == STATE::OK; });
     if (host.bJson) {

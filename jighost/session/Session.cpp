@@ -7,6 +7,7 @@
 #include "jighost/session/BodyFile.h"
 #include "jighost/session/Interrupt.h"
 #include "jighost/session/Trace.h"
+#include "jighost/text/HostError.h"
 #include "platform/Program.h"
 
 /// The current directory's BoardInf.ini is the one that counts; the sample lies beside this
@@ -19,20 +20,27 @@ static void UseSampleInstallation() {
 }
 
 /// Gives the text of the body's file, as it would be written now.
-static std::string SwitchBodyOn(const std::string& path) {
+static std::string SwitchBodyOn(const SESSION_OPTIONS& options) {
+    if (!options.bodyPath.empty() && !options.linkPath.empty()) {
+        throw HostError(
+            EXIT_WRONG_USE,
+            "expected --body, the file of a simulated body, or --link, a camera link in its place, "
+            "and not both");
+    }
     SimulatedBody::Reset();
     UseSampleInstallation();
-    if (path.empty()) {
+    if (options.bodyPath.empty()) {
         return "";
     }
-    LoadBody(path);
+    LoadBody(options.bodyPath);
     return BodyText();
 }
 
 Session::Session(const SESSION_OPTIONS& options)
     : m_BodyPath(options.bodyPath),
-      m_BodyText(SwitchBodyOn(options.bodyPath)),
+      m_BodyText(SwitchBodyOn(options)),
       m_Faults(options.faults),
+      m_Link(options.linkPath),
       m_Module(options.modulePath) {
     CatchInterrupts();
     if (options.bTrace) {

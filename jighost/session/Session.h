@@ -1,5 +1,5 @@
-// Operations run one by one against one simulated body. Every command that runs operations does so
-// through here, so that all of them have the same options and see the same.
+// Operations run one by one against one simulated body, or on one camera link. Every command that
+// runs operations does so through here, so that all of them have the same options and see the same.
 //
 //     Session session(options);
 //     const OPERATION_RUN run = session.Run(info, NewRecord(*info.record));
@@ -14,6 +14,7 @@
 
 #include "bodylnk/SimulatedBody.h"
 #include "jighost/operations/OperationTable.h"
+#include "jighost/session/ChosenLink.h"
 #include "jighost/session/Fault.h"
 #include "jighost/session/FolderBlock.h"
 #include "jighost/session/Module.h"
@@ -33,9 +34,9 @@ struct OPERATION_RUN {
 
 class Session {
   public:
-    /// Switches the simulated body on, with the saved values of --body's file, and loads the
-    /// module. From now on Ctrl-C only sets IsInterrupted. Throws EXIT_WRONG_USE for a bad file or
-    /// fault, EXIT_NO_MODULE for a bad module.
+    /// Switches the simulated body on, with the saved values of --body's file, or puts another
+    /// camera link in its place, and loads the module. From now on Ctrl-C only sets IsInterrupted.
+    /// Throws EXIT_WRONG_USE for a bad file or fault, EXIT_NO_MODULE for a bad module or link.
     explicit Session(const SESSION_OPTIONS& options);
     ~Session();  ///< writes nothing back
     Session(const Session&) = delete;
@@ -67,6 +68,7 @@ class Session {
     std::string m_BodyPath;  // empty: a body that is forgotten
     std::string m_BodyText;  // of the body's file, as it would be written at the start
     Faults m_Faults;
+    ChosenLink m_Link;
     Module m_Module;
     std::unique_ptr<Trace> m_pTrace;  // null: no trace
     std::optional<FolderBlock> m_FolderBlock;

@@ -12,7 +12,7 @@ enum EXIT_CODE : int {
     EXIT_OK = 0,
     EXIT_HOST_ERROR = 1,        ///< the host itself failed, such as for want of memory
     EXIT_WRONG_USE = 2,         ///< wrong options, names or values, also those in a file
-    EXIT_NO_MODULE = 3,         ///< the module can't be loaded or does not register
+    EXIT_NO_MODULE = 3,         ///< the module or the camera link can't be used
     EXIT_OPERATION_FAILED = 4,  ///< an operation's result is a failure that nobody expected
     EXIT_UNEXPECTED = 5,        ///< a result or a value is not the one that was expected
     EXIT_INTERRUPTED = 130,     ///< Ctrl-C

@@ -1,0 +1,20 @@
+// The library put into the body's place, and taken out again.
+#include "jighost/session/ChosenLink.h"
+
+#include "bodylnk/OtherLink.h"
+#include "jighost/text/HostError.h"
+
+ChosenLink::ChosenLink(const std::string& path) {
+    if (path.empty()) {
+        return;
+    }
+    try {
+        OtherLink::Use(path);
+    } catch (const std::exception& e) {
+        throw HostError(EXIT_NO_MODULE, e.what());
+    }
+}
+
+ChosenLink::~ChosenLink() {
+    OtherLink::Leave();
+}

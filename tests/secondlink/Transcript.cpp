@@ -1,0 +1,73 @@
+// The runs, one behind the other.
+#include "tests/secondlink/Transcript.h"
+
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <stdexcept>
+
+#include "frame/Registration.h"
+#include "tests/support/Driver.h"
+
+SECOND_LINK& SecondLinkIn(HMODULE library) {
+    const auto getLink = reinterpret_cast<SECOND_LINK_PROC>(GetProcAddress(library, "SecondLink"));
+    if (getLink == nullptr) {
+        throw std::runtime_error("there is no second link");
+    }
+    return *getLink();
+}
+
+static std::map<std::string, EVENT_PROC> s_Operations;
+
+static void Collect(
+    const char* name, EVENT_PROC procedure, std::int32_t* /*size*/, std::int32_t* /*direction*/,
+    std::int32_t* /*reserved*/) {
+    s_Operations[name] = procedure;
+}
+
+/// The log's text since the last call.
+static std::string TakeLog() {
+    std::ifstream log("JigDll.log", std::ios::binary);
+    std::string text(std::istreambuf_iterator<char>(log), {});
+    log.close();
+    std::filesystem::remove("JigDll.log");
+    return text;
+}
+
+/// Gives false if the step that was to fail did not come. The link counts its steps afresh.
+static bool RunOnce(const OPERATION_INFO& operation, SECOND_LINK& link, std::string& transcript) {
+    RecordBytes record = ValidRecord(operation);
+    link.steps = 0;
+    const std::int32_t result = s_Operations.at(operation.name)(record.data());
+    const std::string bytes(record.begin(), record.end());
+    transcript += std::string(operation.name) + ", step " + std::to_string(link.failAt) +
+                  " fails: " + std::to_string(result) + ", record " +
+                  std::to_string(std::hash<std::string>()(bytes)) + '\n' + link.notes + TakeLog();
+    link.notes.clear();
+    return link.steps >= link.failAt;
+}
+
+static void RunWithEachFailure(
+    const OPERATION_INFO& operation, SECOND_LINK& link, std::string& transcript) {
+    link.failAt = 0;
+    do {
+        link.failAt += 1 + link.failAt / 40;  // a dump has a thousand steps that are much alike
+        link.thrown = static_cast<THROWN>(link.failAt % static_cast<unsigned>(THROWN::COUNT));
+    } while (RunOnce(operation, link, transcript));
+    link.failAt = 0;
+}
+
+std::string Transcript(const std::filesystem::path& module, SECOND_LINK& link) {
+    link = {};
+    HMODULE library = LoadLibraryA(module.string().c_str());
+    const auto registerAll = reinterpret_cast<std::int32_t (*)(EVENT_PROC_REGISTER_FUNC)>(
+        GetProcAddress(library, "RegisterEventProcList"));
+    std::string transcript = std::to_string(registerAll(Collect)) + '\n' + link.notes + TakeLog();
+    link.notes.clear();
+    for (const OPERATION_INFO* pOperation : AllOperations()) {
+        RunOnce(*pOperation, link, transcript);
+        RunWithEachFailure(*pOperation, link, transcript);
+    }
+    FreeLibrary(library);
+    return transcript + link.notes + TakeLog();
+}
