@@ -2,11 +2,12 @@
 #include "trace/TraceReader.h"
 
 #include <algorithm>
-#include <fstream>
 #include <limits>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <utility>
 
+#include "platform/TextFile.h"
 #include "trace/Hex.h"
 #include "trace/Trace.h"
 
@@ -14,6 +15,19 @@ using Json = nlohmann::json;
 using Link::Bytes;
 using Link::CALL;
 using Link::FAILURE;
+
+// A trace is kept whole in memory; a whole dump takes ten megabytes of it.
+static const std::uint64_t LARGEST_FILE = 256'000'000;
+
+static const int DEEPEST_FIELD = 2;  // an entry's failure has fields of its own
+
+static std::string ReadText(const std::string& path) {
+    try {
+        return ReadTextFile(path, LARGEST_FILE);
+    } catch (const std::runtime_error& e) {
+        throw TraceError(e.what());
+    }
+}
 
 namespace {
 
@@ -131,11 +145,23 @@ class TraceReader {
     bool m_bStarted = false;
 };
 
-void TraceReader::Take(const std::string& line, std::size_t number) {
-    const Json json = Json::parse(line, nullptr, false);
+/// A JSON object. What lies deeper in it than an entry's own fields would only cost time and stack.
+static Json ParseLine(const std::string& line) {
+    const auto checkDepth = [](int depth, Json::parse_event_t, const Json&) {
+        if (depth > DEEPEST_FIELD) {
+            throw LineError("expected a JSON object with fields of plain values");
+        }
+        return true;
+    };
+    Json json = Json::parse(line, checkDepth, false);
     if (!json.is_object()) {
         throw LineError("expected a JSON object");
     }
+    return json;
+}
+
+void TraceReader::Take(const std::string& line, std::size_t number) {
+    const Json json = ParseLine(line);
     if (!m_bStarted) {
         TakeStart(json);
         return;
@@ -226,10 +252,7 @@ void TraceReader::TakeResult(const Json& entry) {
 }  // namespace
 
 std::vector<TRACED_OPERATION> ReadTrace(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file.is_open()) {
-        throw TraceError("can't read the trace " + path);
-    }
+    std::istringstream file(ReadText(path));
     TraceReader reader;
     std::size_t number = 1;
     try {

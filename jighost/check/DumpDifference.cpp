@@ -22,6 +22,8 @@ static void CompareRow(
         if (comparison.differing > 0) {
             dumps.differences.push_back({&row, "", comparison});
         }
+    } else {
+        ++dumps.missing;
     }
 }
 

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <istream>
 #include <string>
+#include <vector>
 
 #include "adjustment/PropertyTable.h"
 
@@ -15,8 +16,8 @@ std::string DumpFileName(const PROPERTY_DATA_T& row);
 /// Bytes of a row's file: the property's size, rounded up to a multiple of four.
 std::uint64_t DumpFileSize(const PROPERTY_DATA_T& row);
 
-/// Throws EXIT_WRONG_USE if there is no such folder.
-void CheckFolder(const std::filesystem::path& folder);
+/// Throws EXIT_WRONG_USE if there is no such folder, or if no file of a dump is in it.
+void CheckDumpFolder(const std::filesystem::path& folder);
 
 /// Throws EXIT_HOST_ERROR for a file that can't be read.
 std::ifstream OpenDumpFile(const std::filesystem::path& path);
@@ -25,7 +26,13 @@ std::ifstream OpenDumpFile(const std::filesystem::path& path);
 struct COMPARISON {
     std::uint64_t differing = 0;  ///< bytes
     std::uint64_t first = 0;      ///< offset of the first of them
+    // What stands there and behind it, as far as it is shown; empty where a content has ended.
+    std::vector<std::uint8_t> left;
+    std::vector<std::uint8_t> right;
 };
+
+/// Bytes of a difference that are shown.
+constexpr std::size_t SHOWN_BYTES = 16;
 
 /// Compares all that is left of both.
 COMPARISON Compare(std::istream& left, std::istream& right);

@@ -8,6 +8,7 @@
 #include "jighost/commands/CommonOptions.h"
 #include "jighost/output/Json.h"
 #include "jighost/text/PlainText.h"
+#include "trace/Hex.h"
 
 static EXIT_CODE Diff(const HOST& host, const std::string& left, const std::string& right);
 
@@ -20,20 +21,38 @@ void AddDiffCommand(Command& program, HOST& host) {
     command.SetFooter(
         "Example:\n"
         "  jighost diff before after\n"
-        "Files that are not of the catalogue do not count. Ends with 5 if there are differences.");
+        "Files that are not of the catalogue do not count. Ends with 5 if there are differences, "
+        "or\n"
+        "properties that neither dump has.");
     command.SetWork(
         [&host, pFolders] { host.exitCode = Diff(host, (*pFolders)[0], (*pFolders)[1]); });
 }
 
+static std::string BytesText(const std::vector<std::uint8_t>& bytes) {
+    return bytes.empty() ? "the file ends" : HexBytes(bytes);
+}
+
+static void ShowDifference(const ROW_DIFFERENCE& difference) {
+    std::cout << std::left << std::setw(14) << DumpFileName(*difference.pRow) << std::setw(34)
+              << difference.pRow->PropertyName;
+    if (!difference.onlyIn.empty()) {
+        std::cout << "only in " << PlainText(difference.onlyIn) << '\n';
+        return;
+    }
+    std::cout << ComparisonText(difference.comparison)
+              << "\n    left:  " << BytesText(difference.comparison.left)
+              << "\n    right: " << BytesText(difference.comparison.right) << '\n';
+}
+
 static void ShowDifferences(const DUMP_DIFFERENCE& dumps) {
     for (const ROW_DIFFERENCE& difference : dumps.differences) {
-        std::cout << std::left << std::setw(14) << DumpFileName(*difference.pRow) << std::setw(34)
-                  << difference.pRow->PropertyName
-                  << (difference.onlyIn.empty() ? ComparisonText(difference.comparison)
-                                                : "only in " + PlainText(difference.onlyIn))
-                  << '\n';
+        ShowDifference(difference);
     }
-    std::cout << dumps.compared << " properties in both, " << dumps.differences.size()
+    std::cout << dumps.compared << " properties in both, ";
+    if (dumps.missing > 0) {
+        std::cout << dumps.missing << " in neither, ";
+    }
+    std::cout << dumps.differences.size()
               << (dumps.differences.size() == 1 ? " difference\n" : " differences\n");
 }
 
@@ -45,19 +64,24 @@ static void ShowDifferencesAsJson(const DUMP_DIFFERENCE& dumps) {
         if (difference.onlyIn.empty()) {
             entry["bytes"] = difference.comparison.differing;
             entry["first"] = difference.comparison.first;
+            entry["left"] = HexBytes(difference.comparison.left);
+            entry["right"] = HexBytes(difference.comparison.right);
         } else {
             entry["only_in"] = difference.onlyIn;
         }
         list.push_back(entry);
     }
     WriteJson(
-        std::cout, {{"format", JSON_FORMAT}, {"compared", dumps.compared}, {"differences", list}});
+        std::cout, {{"format", JSON_FORMAT},
+                    {"compared", dumps.compared},
+                    {"missing", dumps.missing},
+                    {"differences", list}});
 }
 
 static EXIT_CODE Diff(const HOST& host, const std::string& left, const std::string& right) {
-    CheckFolder(left);
-    CheckFolder(right);
+    CheckDumpFolder(left);
+    CheckDumpFolder(right);
     const DUMP_DIFFERENCE dumps = CompareDumps(left, right);
     host.bJson ? ShowDifferencesAsJson(dumps) : ShowDifferences(dumps);
-    return dumps.differences.empty() ? EXIT_OK : EXIT_UNEXPECTED;
+    return dumps.differences.empty() && dumps.missing == 0 ? EXIT_OK : EXIT_UNEXPECTED;
 }

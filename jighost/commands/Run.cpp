@@ -42,17 +42,14 @@ void AddRunCommand(Command& program, HOST& host) {
     command.SetWork([&host, pOptions] { host.exitCode = Run(host, *pOptions); });
 }
 
-static void SetFieldArgument(
-    const OPERATION_INFO& info, RecordBytes& bytes, const std::string& argument) {
+static FIELD_VALUE ParseFieldArgument(const OPERATION_INFO& info, const std::string& argument) {
     const std::size_t equals = argument.find('=');
     if (equals == std::string::npos) {
         throw HostError(
             EXIT_WRONG_USE,
             std::string(info.name) + ": expected Field=value, got '" + argument + "'");
     }
-    SetField(
-        info.name, *info.record, bytes, std::string_view(argument).substr(0, equals),
-        std::string_view(argument).substr(equals + 1));
+    return {argument.substr(0, equals), argument.substr(equals + 1)};
 }
 
 static RecordBytes BuildRecord(const OPERATION_INFO& info, const RUN_OPTIONS& options) {
@@ -61,9 +58,11 @@ static RecordBytes BuildRecord(const OPERATION_INFO& info, const RUN_OPTIONS& op
     if (!options.hex.empty()) {
         SetHex(info.name, *info.record, bytes, options.hex);
     }
+    std::vector<FIELD_VALUE> fields;
     for (const std::string& argument : options.fields) {
-        SetFieldArgument(info, bytes, argument);
+        fields.push_back(ParseFieldArgument(info, argument));
     }
+    SetFields(info.name, *info.record, bytes, fields);
     return bytes;
 }
 

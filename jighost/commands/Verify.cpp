@@ -29,7 +29,7 @@ void AddVerifyCommand(Command& program, HOST& host) {
     command.SetWork([&host, pFolder] { host.exitCode = Verify(host, *pFolder); });
 }
 
-static void ShowFindings(const Findings& findings) {
+static void ShowFindings(const Findings& findings, bool bBody) {
     for (const FINDING& finding : findings) {
         std::cout << std::left << std::setw(9) << finding.kind << std::setw(14)
                   << PlainText(finding.file) << std::setw(34) << finding.property << finding.text
@@ -37,7 +37,9 @@ static void ShowFindings(const Findings& findings) {
     }
     std::cout << PROPERTY_COUNT << " files expected, ";
     if (findings.empty()) {
-        std::cout << "all as they should be\n";
+        std::cout
+            << (bBody ? "all as they should be\n"
+                      : "all there with their sizes; their bytes were not looked at\n");
     } else {
         std::cout << findings.size() << (findings.size() == 1 ? " finding\n" : " findings\n");
     }
@@ -58,13 +60,13 @@ static void ShowFindingsAsJson(const Findings& findings) {
 }
 
 static EXIT_CODE Verify(const HOST& host, const std::string& folder) {
-    CheckFolder(folder);
+    CheckDumpFolder(folder);
     const bool bBody = !host.session.bodyPath.empty();
     if (bBody) {
         SimulatedBody::Reset();
         LoadBody(host.session.bodyPath);
     }
     const Findings findings = CheckDump(folder, bBody);
-    host.bJson ? ShowFindingsAsJson(findings) : ShowFindings(findings);
+    host.bJson ? ShowFindingsAsJson(findings) : ShowFindings(findings, bBody);
     return findings.empty() ? EXIT_OK : EXIT_UNEXPECTED;
 }

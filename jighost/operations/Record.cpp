@@ -7,6 +7,7 @@
 #include <cstring>
 #include <iomanip>
 #include <optional>
+#include <set>
 
 #include "jighost/text/HostError.h"
 #include "jighost/text/NearestName.h"
@@ -132,6 +133,20 @@ void SetField(
     const auto target = bytes.begin() + place->offset;
     std::fill(target, target + place->field->width, std::uint8_t{0});
     std::copy(parsed->begin(), parsed->end(), target);
+}
+
+void SetFields(
+    std::string_view operation, const RECORD& record, RecordBytes& bytes,
+    std::span<const FIELD_VALUE> fields) {
+    std::set<std::uint32_t> offsets;
+    for (const FIELD_VALUE& each : fields) {
+        SetField(operation, record, bytes, each.field, each.value);
+        if (!offsets.insert(FindPlace(record, each.field)->offset).second) {
+            throw HostError(
+                EXIT_WRONG_USE, std::string(operation) + ": expected each field once, got '" +
+                                    each.field + "' again");
+        }
+    }
 }
 
 void SetHex(

@@ -47,6 +47,16 @@ RecordBytes NewRecord(const RECORD& record);
 void SetField(
     std::string_view operation, const RECORD& record, RecordBytes& bytes, std::string_view field,
     std::string_view value);
+
+struct FIELD_VALUE {
+    std::string field;
+    std::string value;  ///< as SetField takes it
+};
+
+/// Sets one field after the other; a field twice is wrong.
+void SetFields(
+    std::string_view operation, const RECORD& record, RecordBytes& bytes,
+    std::span<const FIELD_VALUE> fields);
 /// Sets the whole record from hexadecimal digits, two for each byte, blanks allowed.
 void SetHex(
     std::string_view operation, const RECORD& record, RecordBytes& bytes, std::string_view hex);

@@ -2,6 +2,7 @@
 #include "jighost/sequence/SequenceFile.h"
 
 #include <algorithm>
+#include <set>
 
 #include "jighost/operations/ResultName.h"
 #include "jighost/session/FolderBlock.h"
@@ -14,9 +15,7 @@ static const std::uint32_t MAX_RETRIES = 1000;
 
 RecordBytes BuildRecord(const OPERATION_INFO& info, const std::vector<FIELD_VALUE>& fields) {
     RecordBytes bytes = NewRecord(*info.record);
-    for (const FIELD_VALUE& each : fields) {
-        SetField(info.name, *info.record, bytes, each.field, each.value);
-    }
+    SetFields(info.name, *info.record, bytes, fields);
     return bytes;
 }
 
@@ -71,7 +70,7 @@ class StepReader {
             fields.push_back(
                 {m_File.Text(entry.first, "the name of a field"),
                  m_File.Text(entry.second, "the value of a field")});
-            Explain(entry.first, [&] { BuildRecord(*m_Step.info, {fields.back()}); });
+            Explain(entry.first, [&] { BuildRecord(*m_Step.info, fields); });
         }
         return fields;
     }
@@ -126,6 +125,19 @@ static std::vector<STEP> ReadSteps(const YamlFile& file, const YAML::Node& node)
     return steps;
 }
 
+/// A step is found by its name: two of one name would leave open which is meant. Steps that nobody
+/// named go by their operation's name, which may come again.
+static void CheckNames(const YamlFile& file, const YAML::Node& root) {
+    std::set<std::string> names;
+    for (const YAML::Node& step : root["steps"]) {
+        const YAML::Node name = step["name"];
+        if (name && !names.insert(name.Scalar()).second) {
+            file.Refuse(
+                name, "expected each name of a step once, got '" + name.Scalar() + "' again");
+        }
+    }
+}
+
 static std::string ReadFolder(const YamlFile& file, const YAML::Node& node) {
     const std::string folder = file.Text(node, "a folder");
     try {
@@ -146,6 +158,7 @@ SEQUENCE ReadSequence(const std::string& path) {
             {"folder", [&](const auto& node) { sequence.folderText = ReadFolder(file, node); }},
             {"steps", [&](const auto& node) { sequence.steps = ReadSteps(file, node); }},
         });
+    CheckNames(file, file.Root());
     const bool bDumps = std::any_of(
         sequence.steps.begin(), sequence.steps.end(),
         [](const STEP& step) { return std::string_view(step.info->name) == "LoadPropertyData"; });

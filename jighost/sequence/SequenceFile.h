@@ -19,11 +19,6 @@
 
 #include "jighost/operations/OperationTable.h"
 
-struct FIELD_VALUE {
-    std::string field;
-    std::string value;  ///< as SetField takes it
-};
-
 struct STEP {
     const OPERATION_INFO* info = nullptr;
     std::string name;

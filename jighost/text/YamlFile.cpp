@@ -2,25 +2,25 @@
 #include "jighost/text/YamlFile.h"
 
 #include <algorithm>
-#include <fstream>
 #include <set>
-#include <sstream>
 
 #include "jighost/text/HostError.h"
 #include "jighost/text/NearestName.h"
 #include "jighost/text/Numbers.h"
+#include "platform/TextFile.h"
 
 static const std::int64_t FORMAT = 1;
 
+// Far more than what people write, or than what a body can save, and little enough for a parser
+// that takes a hundred times as much memory.
+static const std::uint64_t LARGEST_FILE = 16'000'000;
+
 static std::string ReadText(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    file.peek();  // a folder opens, but can't be read
-    if (!file.is_open() || file.bad()) {
-        throw HostError(EXIT_WRONG_USE, "can't read " + path);
+    try {
+        return ReadTextFile(path, LARGEST_FILE);
+    } catch (const std::runtime_error& e) {
+        throw HostError(EXIT_WRONG_USE, e.what());
     }
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
 }
 
 static YAML::Node Parse(const std::string& path) {

@@ -103,6 +103,30 @@ TEST_F(JighostTraceTest, WrongLineIsNamedWithItsNumber) {
         "6: size_left: expected a number from 0 to 4294967295, got 4294967296");
 }
 
+TEST_F(JighostTraceTest, HostileFilesEndInOneLine) {
+    const auto expect = [](const std::vector<std::string>& arguments, const std::string& line) {
+        const JIGHOST_RUN run = RunJighost(arguments);
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_EQ(run.errors, "jighost: " + line + "\n");
+    };
+    const std::size_t depth = 80'000;
+    WriteFile(
+        "deep.jsonl", "{\"format\":1,\"content\":\"jighost trace\"}\n{\"entry\":" +
+                          std::string(depth, '[') + std::string(depth, ']') + "}\n");
+    expect(
+        {"replay", "deep.jsonl"},
+        "deep.jsonl:2: expected a JSON object with fields of plain values");
+    WriteFile("long.yaml", std::string(16'000'001, '#'));
+    expect({"sequence", "long.yaml"}, "can't read long.yaml: expected at most 16000000 bytes");
+    for (const char* pszDevice : {"/dev/zero", "/dev/full", "."}) {
+        const std::string line = std::string("can't read ") + pszDevice + ": it is no regular file";
+        expect({"replay", pszDevice}, line);
+        expect({"sequence", pszDevice}, line);
+        expect({"run", "GetBodyID", "--body", pszDevice}, line);
+        expect({"body", "show", pszDevice}, line);
+    }
+}
+
 TEST_F(JighostTraceTest, ShownCallsStandBetweenTheLogLinesAroundThem) {
     const std::string trace = RunJighost({"run", "SetFilePrefix", "--trace"}).errors;
     std::size_t place = 0;

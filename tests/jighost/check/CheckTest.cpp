@@ -60,9 +60,29 @@ TEST_F(JighostDumpTest, EachFaultOfADumpIsNamed) {
     const JIGHOST_RUN diff = RunJighost({"diff", "a", "b"});
     EXPECT_EQ(diff.exitCode, 5);
     EXPECT_THAT(diff.output, ContainsRegex("01000000.bin .*only in a\n"));
+    // The factory-new body's ID ends in 31 4f c1 5e, as a dump has it.
     EXPECT_THAT(
-        diff.output, ContainsRegex("01000006.bin .*2 bytes differ, the first at offset 5\n"));
+        diff.output, ContainsRegex("01000006.bin .*2 bytes differ, the first at offset 5\n"
+                                   "    left:  4f c1 5e\n    right: 50 c1 5f\n"));
     EXPECT_THAT(diff.output, HasSubstr("238 properties in both, 3 differences\n"));
+}
+
+TEST_F(JighostDumpTest, WhatCannotBeComparedIsNoSuccess) {
+    std::filesystem::create_directory("empty");
+    WriteFile("empty/notes.txt", "");
+    const auto expect = [](const std::vector<std::string>& arguments, const std::string& folder) {
+        const JIGHOST_RUN run = RunJighost(arguments);
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_THAT(run.errors, HasSubstr("there is no dump in " + folder + ": expected files"));
+    };
+    expect({"verify", "empty"}, "empty");
+    expect({"diff", "empty", "empty"}, "empty");
+    expect({"diff", "a", "empty"}, "empty");
+    std::filesystem::remove("a/01000000.bin");
+    std::filesystem::remove("b/01000000.bin");
+    const JIGHOST_RUN diff = RunJighost({"diff", "a", "b"});
+    EXPECT_EQ(diff.exitCode, 5);
+    EXPECT_EQ(diff.output, "238 properties in both, 1 in neither, 0 differences\n");
 }
 
 TEST(JighostDoctorTest, ModuleBesideItServesAndLeavesNoFaultInTheFolder) {

@@ -107,6 +107,27 @@ TEST_F(JighostTest, WrongSequenceIsRefusedWithAllItsLinesBeforeItRuns) {
     EXPECT_FALSE(std::filesystem::exists("JigDll.log"));
 }
 
+TEST_F(JighostTest, WhatIsGivenTwiceIsRefused) {
+    const auto expect = [](const JIGHOST_RUN& run, const std::string& complaint) {
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_THAT(run.errors, HasSubstr(complaint));
+    };
+    expect(
+        RunJighost({"run", "SetBodyID", "SerialNo=1", "CodePair=2", "SerialNo=1"}),
+        "SetBodyID: expected each field once, got 'SerialNo' again");
+    expect(
+        RunJighost({"run", "SetABoardEepromData", "Data[2]=1", "Data[0x2]=2"}),
+        "expected each field once, got 'Data[0x2]' again");
+    expect(
+        RunSequence("steps:\n  - operation: SetBodyID\n    record:\n      SerialNo: 1\n"
+                    "      SerialNo: 2\n"),
+        "sequence.yaml:6: SetBodyID: expected each field once, got 'SerialNo' again");
+    expect(
+        RunSequence("steps:\n  - {operation: GetBodyID, name: a}\n  - operation: GetBodyID\n"
+                    "  - {operation: GetBodyID, name: a}\n"),
+        "sequence.yaml:5: expected each name of a step once, got 'a' again");
+}
+
 TEST_F(JighostTest, UnexpectedOutcomeContinuesRetriesAndStops) {
     const std::string steps =
         "steps:\n"
@@ -192,15 +213,5 @@ TEST_F(JighostTest, InterruptEndsTheSequenceBehindTheStep) {
 }
 
 // The new file grows in a pipe, a disk that never takes all of it.
-TEST_F(JighostTest, KillWhileTheBodyIsWrittenLeavesTheFormerFile) {
-    const std::string before = ReadFile("body.yaml");
-    ASSERT_EQ(mkfifo("sequence.yaml", 0600), 0);
-    Process jighost(JighostFile(), {"sequence", "sequence.yaml", "--body", "body.yaml"});
-    const NamedPipe disk("body.yaml." + std::to_string(jighost.Id()));
-    WriteFile("sequence.yaml", "format: 1\nsteps:\n" + SET_OWNER + SAVE_OWNER);
-    disk.ReadUntil("format: 1\n");
-    jighost.Kill();
-    EXPECT_EQ(ReadFile("body.yaml"), before);
-}
 
 }  // namespace
