@@ -1,7 +1,11 @@
 // The file system fails: operations that use no file of their own do not notice, the others give
 // their codes, files made before stay complete, and the log goes on as soon as it can.
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include <atomic>
+#include <csignal>
 
 #include <map>
 #include <optional>
@@ -13,6 +17,28 @@
 namespace {
 
 const char LOG_FILE[] = "JigDll.log";
+const char PIPE[] = "pipe";
+
+/// Counts a signal that reaches this process, as a host would that handles it.
+class SignalCount {
+  public:
+    explicit SignalCount(int signal) : m_Signal(signal) {
+        s_nCount = 0;
+        struct sigaction action {};
+        action.sa_handler = [](int) { ++s_nCount; };
+        EXPECT_EQ(sigaction(signal, &action, &m_Former), 0);
+    }
+    SignalCount(const SignalCount&) = delete;
+    SignalCount& operator=(const SignalCount&) = delete;
+    ~SignalCount() { sigaction(m_Signal, &m_Former, nullptr); }
+
+    int Count() const { return s_nCount; }
+
+  private:
+    inline static std::atomic<int> s_nCount = 0;
+    int m_Signal;
+    struct sigaction m_Former {};
+};
 
 /// Leaves no descriptor to open a file with.
 class NoDescriptors {
@@ -134,6 +160,42 @@ TEST_F(FileFaultTest, NoDescriptorIsLeft) {
             testing::Pair("GetBoardInfDLResonantFrequency", 1),
             testing::Pair("SetBoardInfDLResonantFrequency", 1)));
     ExpectThatLogGoesOn();
+}
+
+/// The pipe opens while it has a reader, who is gone when it comes to the second write.
+void WriteToPipeWithoutReader(int openFlags) {
+    const int reader = open(PIPE, O_RDONLY | O_NONBLOCK);
+    int nFile = -1;
+    EXPECT_EQ(_sopen_s(&nFile, PIPE, _O_WRONLY | openFlags, _SH_DENYNO, _S_IWRITE), 0);
+    EXPECT_EQ(_write(nFile, "text", 4), 4);
+    close(reader);
+    EXPECT_EQ(_write(nFile, "text", 4), -1);
+    EXPECT_EQ(errno, EPIPE);
+    EXPECT_EQ(_close(nFile), 0);
+}
+
+TEST_F(FileFaultTest, PipeWithoutAReaderRaisesNoSignal) {
+    ASSERT_EQ(mkfifo(PIPE, 0600), 0);
+    const SignalCount raised(SIGPIPE);
+    for (const int openFlags : {_O_APPEND, _O_TRUNC, 0}) {
+        WriteToPipeWithoutReader(openFlags);
+    }
+    EXPECT_EQ(raised.Count(), 0);
+}
+
+TEST_F(FileFaultTest, HostThatBlocksTheSignalOfPipesFindsItsOwnAlone) {
+    ASSERT_EQ(mkfifo(PIPE, 0600), 0);
+    sigset_t pipe;
+    sigemptyset(&pipe);
+    sigaddset(&pipe, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
+    const timespec atOnce{};
+    WriteToPipeWithoutReader(_O_APPEND);
+    EXPECT_EQ(sigtimedwait(&pipe, nullptr, &atOnce), -1);
+    std::raise(SIGPIPE);
+    WriteToPipeWithoutReader(_O_APPEND);
+    EXPECT_EQ(sigtimedwait(&pipe, nullptr, &atOnce), SIGPIPE);
+    pthread_sigmask(SIG_UNBLOCK, &pipe, nullptr);
 }
 
 // What comes of writing the camera's log is not tested.
