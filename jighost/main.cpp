@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "jighost/commands/Commands.h"
+#include "jighost/help/Version.h"
 #include "jighost/session/Interrupt.h"
 #include "jighost/text/PlainText.h"
 
@@ -37,7 +38,8 @@ static void AddEverything(Command program, HOST& host) {
 static int RunCommandLine(int argc, char** argv) {
     HOST host;
     CommandLine line(
-        "jighost", "Runs the factory operations of TuneBench.t460 against a simulated camera.");
+        "jighost", "Runs the factory operations of TuneBench.t460 against a simulated camera.",
+        VersionText());
     AddEverything(line.Program(), host);
     line.Run(argc, argv);
     return IsInterrupted() ? EXIT_INTERRUPTED : host.exitCode;

@@ -84,8 +84,10 @@ std::vector<Command::OPTION> Command::Options() const {
     return options;
 }
 
-CommandLine::CommandLine(const std::string& program, const std::string& description)
+CommandLine::CommandLine(
+    const std::string& program, const std::string& description, const std::string& version)
     : m_pApp(std::make_unique<CLI::App>(description, program)) {
+    m_pApp->set_version_flag("--version", version, "Shows version, commit and build");
     m_pApp->require_subcommand(0, 1);
 }
 
@@ -95,7 +97,7 @@ void CommandLine::Run(int argc, const char* const* argv) {
     try {
         m_pApp->parse(argc, argv);
     } catch (const CLI::ParseError& e) {
-        if (e.get_exit_code() == 0) {  // --help
+        if (e.get_exit_code() == 0) {  // --help or --version
             m_pApp->exit(e);
             return;
         }

@@ -67,13 +67,15 @@ class Command {
 
 class CommandLine {
   public:
-    CommandLine(const std::string& program, const std::string& description);
+    /// `version` is what --version shows.
+    CommandLine(
+        const std::string& program, const std::string& description, const std::string& version);
     ~CommandLine();
     CommandLine(const CommandLine&) = delete;
     CommandLine& operator=(const CommandLine&) = delete;
 
     Command Program() { return Command(*m_pApp); }
-    /// Does the work of the command that the line names, or shows the help that it asks for. Throws
+    /// Does the work of the command that the line names, or shows help or version. Throws
     /// EXIT_WRONG_USE for a line that can't be.
     void Run(int argc, const char* const* argv);
 
