@@ -33,6 +33,7 @@ static void AddEverything(Command program, HOST& host) {
     AddDiffCommand(program, host);
     AddDoctorCommand(program, host);
     AddCompletionCommand(program, host);
+    AddManualCommand(program, host);
 }
 
 static int RunCommandLine(int argc, char** argv) {

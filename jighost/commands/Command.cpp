@@ -62,26 +62,39 @@ void Command::AddOpenOption(
     m_pApp->add_option(name, takeFirst, text)->type_name(valueName)->check(check)->expected(0, 1);
 }
 
-std::string Command::Name() const {
-    return m_pApp->get_name();
-}
-
-std::vector<Command> Command::Commands() const {
-    std::vector<Command> commands;
-    for (CLI::App* pApp : m_pApp->get_subcommands([](const CLI::App*) { return true; })) {
-        commands.emplace_back(*pApp);
+static OPTION_TEXT TextOf(const CLI::Option& option) {
+    OPTION_TEXT text;
+    for (const std::string& name : option.get_snames()) {
+        text.names.push_back('-' + name);
     }
-    return commands;
+    for (const std::string& name : option.get_lnames()) {
+        text.names.push_back("--" + name);
+    }
+    if (option.get_positional()) {
+        text.names.push_back(option.get_name());
+    }
+    const bool bValue = option.get_items_expected_max() > 0;
+    text.valueName = bValue ? option.get_type_name() : "";
+    text.text = option.get_description();
+    text.bRequired = option.get_required();
+    text.bRepeated = option.get_expected_max() > 1;
+    text.bValueLeftOut = bValue && option.get_items_expected_min() == 0;
+    return text;
 }
 
-std::vector<Command::OPTION> Command::Options() const {
-    std::vector<OPTION> options;
+COMMAND_TEXT Command::Text() const {
+    COMMAND_TEXT text;
+    text.name = m_pApp->get_name();
+    text.description = m_pApp->get_description();
+    text.footer = m_pApp->get_footer();
     for (const CLI::Option* pOption : m_pApp->get_options()) {
-        for (const std::string& name : pOption->get_lnames()) {
-            options.push_back({"--" + name, pOption->get_items_expected_max() > 0});
-        }
+        auto& options = pOption->get_positional() ? text.arguments : text.options;
+        options.push_back(TextOf(*pOption));
     }
-    return options;
+    for (CLI::App* pApp : m_pApp->get_subcommands([](const CLI::App*) { return true; })) {
+        text.commands.push_back(Command(*pApp).Text());
+    }
+    return text;
 }
 
 CommandLine::CommandLine(

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "jighost/help/CommandText.h"
+
 namespace CLI {
 class App;
 }  // namespace CLI
@@ -52,14 +54,8 @@ class Command {
         const std::string& name, const ValueTaker& take, const std::string& text,
         const std::string& valueName, const ValueCheck& check);
 
-    std::string Name() const;
-    std::vector<Command> Commands() const;
-
-    struct OPTION {
-        std::string name;  ///< with its hyphens
-        bool bValue;       ///< whether a value stands behind it
-    };
-    std::vector<OPTION> Options() const;
+    /// All that it offers, and its own commands with it.
+    COMMAND_TEXT Text() const;
 
   private:
     CLI::App* m_pApp;

@@ -24,3 +24,4 @@ void AddVerifyCommand(Command& program, HOST& host);
 void AddDiffCommand(Command& program, HOST& host);
 void AddDoctorCommand(Command& program, HOST& host);
 void AddCompletionCommand(Command& program, HOST& host);
+void AddManualCommand(Command& program, HOST& host);

@@ -1,5 +1,5 @@
-// jighost verify, diff, doctor and completion: what they say of dumps and modules that are not as
-// they should be.
+// jighost verify, diff and doctor: what they say of dumps and modules that are not as they should
+// be.
 #include <gmock/gmock.h>
 
 #include <filesystem>
@@ -120,30 +120,4 @@ TEST(JighostDoctorTest, EachReasonNotToServeIsNamed) {
     expect("foreign.so", "failed +loads +libNOTHERE.so is missing: ");
     std::filesystem::create_directory("JigDll.log");
     expect("", "failed +log file +can't write ");
-}
-
-/// What bash completes at the end of a line of words, each on a line; the last word may be empty.
-static std::string Completed(const std::string& words, int last) {
-    Process bash(
-        "/bin/bash",
-        {"-c", "source <('" + JighostFile() + "' completion bash); compopt() { :; }; COMP_WORDS=(" +
-                   words + "); COMP_CWORD=" + std::to_string(last) +
-                   "; _jighost; printf '%s\\n' \"${COMPREPLY[@]}\""});
-    std::string output;
-    while (const auto line = bash.ReadLine()) {
-        output += *line + '\n';
-    }
-    return output;
-}
-
-TEST(JighostCompletionTest, CommandsOptionsOperationsAndFieldsAreCompleted) {
-    EXPECT_EQ(Completed("jighost ver", 1), "verify\n");
-    EXPECT_EQ(Completed("jighost body ''", 2), "new\nshow\n");
-    EXPECT_EQ(Completed("jighost log --f", 2), "--failed\n--follow\n");
-    EXPECT_EQ(Completed("jighost run GetBodyI", 2), "GetBodyID\n");
-    EXPECT_EQ(Completed("jighost log --operation SaveBody", 3), "SaveBodyID\n");
-    EXPECT_EQ(
-        Completed("jighost run SetBodyID Code", 3), "CodePair=\nCodeDigitHigh=\nCodeDigitLow=\n");
-    EXPECT_EQ(Completed("jighost run SetABoardEepromData D", 3), "Data[\n");
-    EXPECT_EQ(Completed("jighost dump --body x", 3), "\n");
 }

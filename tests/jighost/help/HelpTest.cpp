@@ -1,0 +1,159 @@
+// What jighost tells of itself: its version, its completions in the shells themselves, its manual
+// pages as the formatter shows them.
+#include "jighost/help/Completion.h"
+#include "jighost/help/ManualPage.h"
+#include "tests/support/Support.h"
+#include "tests/support/SupportJighost.h"
+
+using testing::ContainsRegex;
+using testing::HasSubstr;
+using testing::MatchesRegex;
+using testing::StartsWith;
+
+/// What a command of a shell prints, with standard error; "$0" in it is jighost.
+static std::string Printed(const std::string& shell, const std::string& command) {
+    Process process(shell, {"-c", "exec 2>&1; " + command, JighostFile()});
+    std::string output;
+    while (const auto line = process.ReadLine()) {
+        output += *line + '\n';
+    }
+    return output;
+}
+
+TEST(JighostVersionTest, VersionCommitAndBuildAreTold) {
+    const FreshFolder folder;
+    const JIGHOST_RUN run = RunJighost({"--version"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(
+        run.output, MatchesRegex("jighost [0-9]+\\.[0-9]+\\.[0-9]+\n"
+                                 "commit (unknown|[-.0-9a-z]*[0-9a-f]{10}(-dirty)?)\n"
+                                 "build [A-Za-z]+, .*, (32|64) bits\n"));
+}
+
+// --- Completions ---
+
+/// What bash completes at the end of a line of words; the last word may be empty.
+static std::string BashCompleted(const std::string& words, int last) {
+    return Printed(
+        "/bin/bash", "source <(\"$0\" completion bash); compopt() { :; }; COMP_WORDS=(" + words +
+                         "); COMP_CWORD=" + std::to_string(last) +
+                         "; _jighost; printf '%s\\n' \"${COMPREPLY[@]}\"");
+}
+
+TEST(JighostCompletionTest, BashCompletesCommandsOptionsOperationsAndFields) {
+    EXPECT_EQ(BashCompleted("jighost ver", 1), "verify\n");
+    EXPECT_EQ(BashCompleted("jighost body ''", 2), "new\nshow\n");
+    EXPECT_EQ(BashCompleted("jighost log --f", 2), "--failed\n--follow\n");
+    EXPECT_EQ(BashCompleted("jighost run GetBodyI", 2), "GetBodyID\n");
+    EXPECT_EQ(BashCompleted("jighost list GetBodyI", 2), "GetBodyID\n");
+    EXPECT_EQ(BashCompleted("jighost log --operation SaveBody", 3), "SaveBodyID\n");
+    EXPECT_EQ(
+        BashCompleted("jighost run SetBodyID Code", 3),
+        "CodePair=\nCodeDigitHigh=\nCodeDigitLow=\n");
+    EXPECT_EQ(BashCompleted("jighost run SetABoardEepromData D", 3), "Data[\n");
+    EXPECT_EQ(BashCompleted("jighost dump --body x", 3), "\n");
+    EXPECT_EQ(BashCompleted("jighost list SetBodyID Code", 3), "\n");
+}
+
+static std::string FishCompleted(const std::string& line) {
+    return Printed(
+        "/bin/sh",
+        "\"$0\" completion fish >script; HOME=. fish --no-config -c \"source script; "
+        "complete -C '" +
+            line + "'\"");
+}
+
+TEST(JighostCompletionTest, FishCompletesTheSameWithWhatItMeans) {
+    const FreshFolder folder;
+    EXPECT_THAT(FishCompleted("jighost ver"), MatchesRegex("verify\tChecks [^\n]+\n"));
+    EXPECT_THAT(FishCompleted("jighost body "), MatchesRegex("new\t[^\n]+\nshow\t[^\n]+\n"));
+    EXPECT_THAT(FishCompleted("jighost log --fa"), MatchesRegex("--failed\tLists [^\n]+\n"));
+    EXPECT_THAT(FishCompleted("jighost run GetBodyI"), MatchesRegex("GetBodyID\treads [^\n]+\n"));
+    EXPECT_THAT(FishCompleted("jighost list GetBodyI"), StartsWith("GetBodyID\t"));
+    EXPECT_THAT(FishCompleted("jighost log --operation SaveBody"), StartsWith("SaveBodyID\t"));
+    EXPECT_EQ(
+        FishCompleted("jighost run SetBodyID Code"), "CodeDigitHigh=\nCodeDigitLow=\nCodePair=\n");
+    EXPECT_EQ(FishCompleted("jighost verify --body scr"), "script\n");
+}
+
+// Outside a line editor zsh completes nothing: what its own functions are given is seen instead.
+TEST(JighostCompletionTest, ZshIsToldTheSame) {
+    const FreshFolder folder;
+    const auto told = [](const std::string& call) {
+        return Printed(
+            "/bin/zsh",
+            "compdef() { : }; _describe() { print -l -- ${(P)2} }; compadd() { print -l -- \"$@\" "
+            "}; "
+            "_arguments() { print -rl -- \"$@\"; state=command }; source <($0 completion zsh); " +
+                call);
+    };
+    EXPECT_THAT(told("_jighost"), ContainsRegex("\n--version\\[[^\n]+\\]\n(.*\n)*verify:Checks "));
+    EXPECT_THAT(told("_jighost_body"), ContainsRegex("\nnew:[^\n]+\nshow:"));
+    const std::string run = told("_jighost_run");
+    EXPECT_THAT(run, HasSubstr("\n--hex=[The record's bytes, before any fields]:BYTES:_files\n"));
+    EXPECT_THAT(run, HasSubstr("\n:operation:_jighost_operations\n*:fields:_jighost_fields\n"));
+    EXPECT_THAT(told("_jighost_operations"), HasSubstr("\nGetBodyID:reads the body ID"));
+    EXPECT_EQ(
+        told("words=(run SetABoardEepromData D); _jighost_fields"),
+        "-S\n\n--\nData[\nAddress=\nCount=\n");
+}
+
+// --- Texts that mean something to a shell or to the formatter ---
+
+static COMMAND_TEXT HostileProgram() {
+    COMMAND_TEXT command;
+    command.name = "go";
+    command.description = ".br isn't C:\\new [or \"$(id)\"] `id`";
+    command.footer = "Example:\n  .go 'a\\b' ~ ^\n'notes' begin a line\n";
+    command.options = {{{"--opt"}, "FILE", command.description}};
+    COMMAND_TEXT program;
+    program.name = "jighost";
+    program.commands = {command};
+    return program;
+}
+
+TEST(JighostCompletionTest, TextsAreNoCommandsOfTheShell) {
+    const FreshFolder folder;
+    WriteFile("script.zsh", ZshCompletion(HostileProgram()));
+    EXPECT_EQ(Printed("/bin/zsh", "zsh -n script.zsh"), "");
+    WriteFile("script.fish", FishCompletion(HostileProgram()));
+    EXPECT_EQ(
+        Printed(
+            "/bin/sh",
+            "HOME=. fish --no-config -c \"source script.fish; "
+            "complete -C 'jighost g'\""),
+        "go\t" + HostileProgram().commands[0].description + '\n');
+}
+
+/// Pages as plain text, with the formatter's warnings.
+static std::string Formatted(const std::string& files) {
+    return Printed("/bin/sh", "groff -ww -man -Tascii -P-cbou -rLL=100n " + files);
+}
+
+TEST(JighostManualTest, TextsStandInAPageAsTheyAre) {
+    const FreshFolder folder;
+    const COMMAND_TEXT program = HostileProgram();
+    WriteFile("page", CommandPage(program, program.commands[0]));
+    const std::string page = Formatted("page");
+    EXPECT_THAT(page, HasSubstr("jighost-go - .br isn't C:\\new [or \"$(id)\"] `id`\n"));
+    EXPECT_THAT(page, HasSubstr("  --opt FILE\n"));
+    EXPECT_THAT(page, HasSubstr("EXAMPLES\n       .go 'a\\b' ~ ^\n"));
+    EXPECT_THAT(page, HasSubstr("DESCRIPTION\n       'notes' begin a line\n"));
+}
+
+TEST(JighostManualTest, EachCommandHasAPageWithoutWarnings) {
+    const FreshFolder folder;
+    EXPECT_EQ(RunJighost({"manual", "none"}).exitCode, 2);
+    ASSERT_EQ(RunJighost({"manual", "."}).exitCode, 0);
+    EXPECT_EQ(Printed("/bin/sh", "groff -ww -man -Tutf8 -z *.1"), "");
+    const std::string program = Formatted("jighost.1");
+    for (const char* pszName : {"list", "run", "dump", "sequence", "body", "log", "manual"}) {
+        const std::string page = std::string("jighost-") + pszName;
+        EXPECT_THAT(program, HasSubstr("       " + page + "(1)\n"));
+        EXPECT_THAT(
+            Formatted(page + ".1"), HasSubstr("SYNOPSIS\n       jighost " + page.substr(8)));
+    }
+    EXPECT_THAT(Formatted("jighost-run.1"), HasSubstr("\n       --trace [FILE]\n"));
+    EXPECT_THAT(
+        Formatted("jighost-body.1"), HasSubstr("\n       jighost body show [OPTIONS] file"));
+}
