@@ -1,4 +1,4 @@
-// A second process, for tests that need one: its standard input and output are the caller's.
+// A second process: its standard input and output are the caller's.
 #pragma once
 
 #include <memory>
@@ -29,8 +29,12 @@ class Process {
 
     /// Ends the process at once, wherever it stands, and waits for its end.
     void Kill();
+    /// Has it ended, wherever it stands; does not wait. Another thread may call it while one reads.
+    void End();
     /// Waits for the process and gives its exit code; -1 if it was killed.
     int Wait();
+    /// Waits for the process and tells how it ended, such as "exit code 3" or the signal's name.
+    std::string EndText();
 
   private:
     struct STATE;

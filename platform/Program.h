@@ -14,17 +14,21 @@ constexpr char MODULE_FILE_NAME[] = "TuneBench.t460.dll";
 constexpr char MODULE_FILE_NAME[] = "TuneBench.t460.so";
 #endif
 
-/// The folder of the running program's file; empty if the system does not tell.
-inline std::filesystem::path ProgramFolder() {
+/// The running program's file; empty if the system does not tell.
+inline std::filesystem::path ProgramFile() {
 #ifdef _WIN32
     char szPath[MAX_PATH] = {};
     const DWORD length = GetModuleFileNameA(nullptr, szPath, MAX_PATH);
-    return length < MAX_PATH ? std::filesystem::path(szPath).parent_path()
-                             : std::filesystem::path();
+    return length < MAX_PATH ? std::filesystem::path(szPath) : std::filesystem::path();
 #else
     std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    return std::filesystem::read_symlink("/proc/self/exe", error);
 #endif
+}
+
+/// The folder of the running program's file; empty if the system does not tell.
+inline std::filesystem::path ProgramFolder() {
+    return ProgramFile().parent_path();
 }
 
 /// Whether standard error goes to a terminal.

@@ -1,142 +1,39 @@
-// The checks, one behind the other: each needs the ones before it.
+// The libraries are looked at by a second process, the rest is looked at here.
 #include "jighost/check/Doctor.h"
 
-#include <algorithm>
+#include <atomic>
 #include <cerrno>
+#include <chrono>
+#include <condition_variable>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <memory>
+#include <mutex>
 #include <optional>
+#include <sstream>
+#include <thread>
 
-#include "bodylnk/OtherLink.h"
-#include "jighost/check/LibraryFormat.h"
 #include "jighost/check/SharedBlockCheck.h"
-#include "jighost/operations/OperationTable.h"
-#include "jighost/session/ChosenLink.h"
-#include "jighost/session/Module.h"
-#include "jighost/text/HostError.h"
-#include "platform/LibraryError.h"
-
-static const char* const EXPORTS[] = {
-    "RegisterEventProcList", "GetEventProcList", "_RegisterInitializeFuncList@4"};
+#include "platform/Process.h"
+#include "platform/Program.h"
 
 static const char LOG_FILE[] = "JigDll.log";
 
-namespace {
+// For all checks of the libraries together; a sound module takes a fraction of a second.
+static const std::chrono::seconds PATIENCE(10);
 
-struct FreeLibraryDeleter {
-    void operator()(void* library) const { FreeLibrary(library); }
-};
-using Library = std::unique_ptr<void, FreeLibraryDeleter>;
+static const char CHECK_MARK[] = "jighost-check";
 
-}  // namespace
+static const std::vector<std::string> LINK_CHECKS = {
+    "link found", "link word size", "link loads", "link functions", "link serves"};
+static const std::vector<std::string> MODULE_CHECKS = {"found",   "word size",     "loads",
+                                                       "exports", "registrations", "unloads"};
+
+// --- What is looked at here ---
 
 static CHECK Result(const char* name, bool bGood, const std::string& text) {
     return {name, bGood ? STATE::OK : STATE::FAILED, text};
 }
-
-static CHECK CheckFound(const char* name, const std::string& path) {
-    std::error_code error;
-    const bool bFound = std::filesystem::is_regular_file(path, error);
-    return Result(name, bFound, bFound ? path : "there is no file " + path);
-}
-
-static CHECK CheckWordSize(const char* name, const std::string& path) {
-    const LIBRARY_FORMAT format = ReadLibraryFormat(path);
-    return Result(name, format.bLoadable, format.text);
-}
-
-/// The library that the system's text says is not there; empty if it says something else.
-static std::string MissingDependency(const std::string& text, const std::string& path) {
-    const std::string name = text.substr(0, text.find(": "));
-    const bool bMissing = text.find("cannot open shared object file") != std::string::npos;
-    return bMissing && name != path ? name : "";
-}
-
-static CHECK CheckLoads(const std::string& path, Library& library) {
-    library.reset(LoadLibraryA(path.c_str()));
-    if (library != nullptr) {
-        return {"loads", STATE::OK, "with all that it depends on"};
-    }
-    const std::string text = LastLibraryError();
-    const std::string missing = MissingDependency(text, path);
-    return {"loads", STATE::FAILED, missing.empty() ? text : missing + " is missing: " + text};
-}
-
-static std::string Listed(const std::vector<std::string>& names) {
-    std::string list;
-    for (const std::string& name : names) {
-        list += (list.empty() ? "" : ", ") + name;
-    }
-    return list;
-}
-
-static CHECK CheckExports(HMODULE library) {
-    std::vector<std::string> missing;
-    for (const char* pszName : EXPORTS) {
-        if (GetProcAddress(library, pszName) == nullptr) {
-            missing.emplace_back(pszName);
-        }
-    }
-    return Result(
-        "exports", missing.empty(),
-        missing.empty() ? Listed({std::begin(EXPORTS), std::end(EXPORTS)})
-                        : "without " + Listed(missing));
-}
-
-// --- Registrations ---
-
-static std::vector<std::string> ExpectedNames() {
-    std::vector<std::string> names;
-    for (const OPERATION_GROUP& group : OperationGroups()) {
-        for (const OPERATION_INFO& info : group.operations) {
-            names.emplace_back(info.name);
-        }
-    }
-    return names;
-}
-
-/// The sorted names of `from` that `without` has not, or has not as often.
-static std::vector<std::string> Surplus(
-    const std::vector<std::string>& from, const std::vector<std::string>& without) {
-    std::vector<std::string> surplus;
-    std::set_difference(
-        from.begin(), from.end(), without.begin(), without.end(), std::back_inserter(surplus));
-    return surplus;
-}
-
-static std::string RegistrationFaults(
-    std::vector<std::string> expected, std::vector<std::string> registered) {
-    if (expected == registered) {
-        return "";
-    }
-    std::sort(expected.begin(), expected.end());
-    std::sort(registered.begin(), registered.end());
-    const std::string missing = Listed(Surplus(expected, registered));
-    const std::string foreign = Listed(Surplus(registered, expected));
-    if (missing.empty() && foreign.empty()) {
-        return ", in another order than expected";
-    }
-    return (missing.empty() ? "" : ", missing: " + missing) +
-           (foreign.empty() ? "" : ", too many: " + foreign);
-}
-
-static CHECK CheckRegistrations(const std::string& path) {
-    try {
-        const Module module(path);
-        std::vector<std::string> registered;
-        for (const REGISTERED_OPERATION& operation : module.Operations()) {
-            registered.emplace_back(operation.name);
-        }
-        const std::string faults = RegistrationFaults(ExpectedNames(), registered);
-        return Result("registrations", faults.empty(), std::to_string(registered.size()) + faults);
-    } catch (const HostError& e) {
-        return {"registrations", STATE::FAILED, e.what()};
-    }
-}
-
-// --- What the module needs around it ---
 
 static CHECK CheckLogFile() {
     const bool bExisted = std::filesystem::exists(LOG_FILE);
@@ -155,91 +52,125 @@ static CHECK CheckSharedBlocks() {
     return Result("shared blocks", fault.empty(), fault.empty() ? "can be opened" : fault);
 }
 
-// --- The camera link ---
+// --- What the second process tells ---
 
-static CHECK CheckLinkLoads(const std::string& path, std::vector<std::string>& missing) {
-    try {
-        missing = OtherLink::MissingNames(path);
-        return {"link loads", STATE::OK, "with all that it depends on"};
-    } catch (const std::exception& e) {
-        return {"link loads", STATE::FAILED, e.what()};
+std::string CheckLine(const CHECK& check) {
+    static const char* const STATES[] = {"ok", "failed", "-"};
+    std::ostringstream line;
+    line << CHECK_MARK << '\t' << STATES[static_cast<std::size_t>(check.state)] << '\t'
+         << check.name << '\t' << check.text;
+    return line.str();
+}
+
+/// Nothing for a line that the module itself has printed.
+static std::optional<CHECK> ParseCheck(const std::string& line) {
+    std::istringstream fields(line);
+    std::string mark;
+    std::string state;
+    CHECK check;
+    if (!std::getline(fields, mark, '\t') || mark != CHECK_MARK ||
+        !std::getline(fields, state, '\t') || !std::getline(fields, check.name, '\t')) {
+        return std::nullopt;
     }
+    std::getline(fields, check.text);
+    check.state = state == "ok" ? STATE::OK : state == "-" ? STATE::NOT_TESTED : STATE::FAILED;
+    return check;
 }
-
-static CHECK CheckLinkFunctions(const std::vector<std::string>& missing) {
-    return Result(
-        "link functions", missing.empty(),
-        missing.empty() ? "all that a camera link has" : "without " + Listed(missing));
-}
-
-/// Puts the link in the simulated body's place.
-static CHECK CheckLinkServes(const std::string& path, std::optional<ChosenLink>& link) {
-    try {
-        link.emplace(path);
-        return {"link serves", STATE::OK, "in place of the simulated body"};
-    } catch (const HostError& e) {
-        return {"link serves", STATE::FAILED, e.what()};
-    }
-}
-
-// --- All together ---
 
 namespace {
 
-/// The checks made so far.
-class Examination {
+/// Ends a process that takes too long.
+class Watchdog {
   public:
-    explicit Examination(const std::function<void(const CHECK&)>& onCheck) : m_OnCheck(onCheck) {}
+    explicit Watchdog(Process& process)
+        : m_Thread([this, &process](const std::stop_token& stop) { Watch(stop, process); }) {}
 
-    void Add(const CHECK& check) {
-        checks.push_back(check);
-        m_OnCheck(check);
+    bool HasBitten() const { return m_bBitten; }
+
+  private:
+    void Watch(const std::stop_token& stop, Process& process) {
+        std::unique_lock lock(m_Mutex);
+        m_Stopped.wait_for(lock, stop, PATIENCE, [] { return false; });
+        if (!stop.stop_requested()) {
+            m_bBitten = true;
+            process.End();
+        }
     }
 
-    template <class Check>
-    void AddBehindGood(const char* name, const Check& check) {
-        const bool bGood = checks.back().state == STATE::OK;
-        Add(bGood ? check() : CHECK{name, STATE::NOT_TESTED, "not tested"});
+    std::mutex m_Mutex;
+    std::condition_variable_any m_Stopped;
+    std::atomic<bool> m_bBitten = false;
+    std::jthread m_Thread;  // the last one: it ends before the others go
+};
+
+/// The checks of a second process, and what became of those that it did not come to.
+class LibraryChecks {
+  public:
+    LibraryChecks(std::vector<std::string> names, const std::function<void(const CHECK&)>& onCheck)
+        : m_Names(std::move(names)), m_OnCheck(onCheck) {}
+
+    void Read(Process& process) {
+        for (auto line = process.ReadLine(); line; line = process.ReadLine()) {
+            const std::optional<CHECK> check = ParseCheck(*line);
+            if (check && checks.size() < m_Names.size() && check->name == m_Names[checks.size()]) {
+                Add(*check);
+            }
+        }
+    }
+
+    /// The check in which the process ended failed by that; those behind it were not made.
+    void Close(const std::string& end) {
+        bool bCulprit = checks.empty() || checks.back().state == STATE::OK;
+        while (checks.size() < m_Names.size()) {
+            Add(
+                {m_Names[checks.size()], bCulprit ? STATE::FAILED : STATE::NOT_TESTED,
+                 bCulprit ? end : "not tested"});
+            bCulprit = false;
+        }
     }
 
     std::vector<CHECK> checks;
 
   private:
+    void Add(const CHECK& check) {
+        checks.push_back(check);
+        m_OnCheck(check);
+    }
+
+    std::vector<std::string> m_Names;
     const std::function<void(const CHECK&)>& m_OnCheck;
 };
 
 }  // namespace
 
-static void ExamineLink(
-    const std::string& path, Examination& examination, std::optional<ChosenLink>& link) {
-    std::vector<std::string> missing;
-    examination.Add(CheckFound("link found", path));
-    examination.AddBehindGood(
-        "link word size", [&] { return CheckWordSize("link word size", path); });
-    examination.AddBehindGood("link loads", [&] { return CheckLinkLoads(path, missing); });
-    examination.AddBehindGood("link functions", [&] { return CheckLinkFunctions(missing); });
-    examination.AddBehindGood("link serves", [&] { return CheckLinkServes(path, link); });
-}
-
-static void ExamineModule(const std::string& path, Examination& examination) {
-    Library library;
-    examination.Add(CheckFound("found", path));
-    examination.AddBehindGood("word size", [&] { return CheckWordSize("word size", path); });
-    examination.AddBehindGood("loads", [&] { return CheckLoads(path, library); });
-    examination.AddBehindGood("exports", [&] { return CheckExports(library.get()); });
-    examination.AddBehindGood("registrations", [&] { return CheckRegistrations(path); });
+static std::vector<CHECK> CheckLibraries(
+    const std::string& path, const std::string& linkPath,
+    const std::function<void(const CHECK&)>& onCheck) {
+    std::vector<std::string> names = MODULE_CHECKS;
+    std::vector<std::string> arguments = {"doctor", path, "--in-process"};
+    if (!linkPath.empty()) {
+        names.insert(names.begin(), LINK_CHECKS.begin(), LINK_CHECKS.end());
+        arguments.insert(arguments.end(), {"--link", linkPath});
+    }
+    LibraryChecks checks(names, onCheck);
+    Process process(ProgramFile().string(), arguments);
+    const Watchdog watchdog(process);
+    checks.Read(process);
+    const std::string end = process.EndText();
+    checks.Close(
+        watchdog.HasBitten()
+            ? "does not come back within " + std::to_string(PATIENCE.count()) + " seconds"
+            : "ends the program: " + end);
+    return checks.checks;
 }
 
 std::vector<CHECK> CheckAll(
     const std::string& path, const std::string& linkPath,
     const std::function<void(const CHECK&)>& onCheck) {
-    Examination examination(onCheck);
-    std::optional<ChosenLink> link;
-    if (!linkPath.empty()) {
-        ExamineLink(linkPath, examination, link);
+    std::vector<CHECK> checks = CheckLibraries(path, linkPath, onCheck);
+    for (const CHECK& check : {CheckLogFile(), CheckSharedBlocks()}) {
+        checks.push_back(check);
+        onCheck(check);
     }
-    ExamineModule(path, examination);
-    examination.Add(CheckLogFile());
-    examination.Add(CheckSharedBlocks());
-    return examination.checks;
+    return checks;
 }

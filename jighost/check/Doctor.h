@@ -5,16 +5,14 @@
 #include <string>
 #include <vector>
 
-enum class STATE { OK, FAILED, NOT_TESTED };
+#include "jighost/check/Check.h"
 
-struct CHECK {
-    const char* name;
-    STATE state;
-    std::string text;  ///< what was found
-};
-
-/// Tells each check as soon as it is made: a broken library may end the program when it is loaded.
-/// With an empty path of a link the module is looked at on the simulated body.
+/// Tells each check as soon as it is made. What loads a library runs in a process of its own with a
+/// time limit, so that a library that ends its program or never comes back is told too. With an
+/// empty path of a link the module is looked at on the simulated body.
 std::vector<CHECK> CheckAll(
     const std::string& path, const std::string& linkPath,
     const std::function<void(const CHECK&)>& onCheck);
+
+/// How that process tells a check on its standard output, where the module may print too.
+std::string CheckLine(const CHECK& check);

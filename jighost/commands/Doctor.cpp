@@ -6,21 +6,31 @@
 #include <iostream>
 #include <memory>
 
+#include "jighost/check/Libraries.h"
 #include "jighost/commands/CommonOptions.h"
 #include "jighost/output/Json.h"
 #include "jighost/session/Module.h"
 #include "jighost/text/PlainText.h"
 
+struct DOCTOR_OPTIONS {
+    std::string path;
+    bool bInProcess = false;
+};
+
 static EXIT_CODE Examine(const HOST& host, const std::string& path);
+static EXIT_CODE ExamineInProcess(const HOST& host, const std::string& path);
 
 void AddDoctorCommand(Command& program, HOST& host) {
     Command command = program.AddCommand(
         "doctor",
         "Tells whether a module and a camera link can serve in the current directory, and why "
         "not");
-    const auto pPath = std::make_shared<std::string>();
-    command.AddOption("module", *pPath, "The module's file; else the one beside jighost");
+    const auto pOptions = std::make_shared<DOCTOR_OPTIONS>();
+    command.AddOption("module", pOptions->path, "The module's file; else the one beside jighost");
     AddLinkOption(command, host);
+    command.AddFlag(
+        "--in-process", pOptions->bInProcess,
+        "Loads the libraries in this very process, for a debugger; a broken one may end it");
     AddJsonOption(command, host);
     command.SetFooter(
         "Examples:\n"
@@ -28,7 +38,10 @@ void AddDoctorCommand(Command& program, HOST& host) {
         "  jighost doctor /opt/line/TuneBench.t460.so\n"
         "  jighost doctor --link /opt/line/libBODYLNK.so\n"
         "Ends with 3 if any check fails.");
-    command.SetWork([&host, pPath] { host.exitCode = Examine(host, *pPath); });
+    command.SetWork([&host, pOptions] {
+        host.exitCode = pOptions->bInProcess ? ExamineInProcess(host, pOptions->path)
+                                             : Examine(host, pOptions->path);
+    });
 }
 
 static const char* StateText(STATE state) {
@@ -70,4 +83,13 @@ static EXIT_CODE Examine(const HOST& host, const std::string& path) {
         ShowChecksAsJson(checks, bServes);
     }
     return bServes ? EXIT_OK : EXIT_NO_MODULE;
+}
+
+static EXIT_CODE ExamineInProcess(const HOST& host, const std::string& path) {
+    bool bGood = true;
+    ExamineLibraries(FullModulePath(path), host.session.linkPath, [&](const CHECK& check) {
+        bGood = bGood && check.state == STATE::OK;
+        std::cout << CheckLine(check) << std::endl;
+    });
+    return bGood ? EXIT_OK : EXIT_NO_MODULE;
 }

@@ -6,6 +6,7 @@
 
 #include "frame/Result.h"
 #include "jighost/operations/ResultName.h"
+#include "jighost/session/LibraryFormat.h"
 #include "jighost/text/HostError.h"
 #include "platform/LibraryError.h"
 #include "platform/Program.h"
@@ -24,10 +25,15 @@ std::string FullModulePath(const std::string& path) {
         .string();
 }
 
+/// Ahead of loading: a file that is cut off would end this program within the loader.
 static void CheckFile(const std::string& path) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error)) {
         throw HostError(EXIT_NO_MODULE, "there is no module " + path);
+    }
+    const LIBRARY_FORMAT format = ReadLibraryFormat(path);
+    if (!format.bLoadable) {
+        throw HostError(EXIT_NO_MODULE, "can't load " + path + ": " + format.text);
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <stdexcept>
 
 struct Process::STATE {
@@ -16,6 +17,7 @@ struct Process::STATE {
     int socket = -1;  // the other end is the process's standard input and output
     std::string unread;
     std::optional<int> exitCode;
+    int signal = 0;  // that killed it; 0 if none did
 };
 
 static pid_t Spawn(
@@ -107,7 +109,19 @@ int Process::Wait() {
         int status = 0;
         while (waitpid(m_pState->pid, &status, 0) == -1 && errno == EINTR) {
         }
+        m_pState->signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
         m_pState->exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
     return *m_pState->exitCode;
+}
+
+void Process::End() {
+    kill(m_pState->pid, SIGKILL);
+}
+
+std::string Process::EndText() {
+    const int code = Wait();
+    return m_pState->signal == 0
+               ? "exit code " + std::to_string(code)
+               : "signal " + std::to_string(m_pState->signal) + ", " + strsignal(m_pState->signal);
 }

@@ -122,3 +122,11 @@ int Process::Wait() {
     GetExitCodeProcess(m_pState->hProcess, &unCode);
     return static_cast<int>(unCode);
 }
+
+void Process::End() {
+    TerminateProcess(m_pState->hProcess, static_cast<UINT>(-1));
+}
+
+std::string Process::EndText() {
+    return "exit code " + std::to_string(Wait());
+}

@@ -121,3 +121,28 @@ TEST(JighostDoctorTest, EachReasonNotToServeIsNamed) {
     std::filesystem::create_directory("JigDll.log");
     expect("", "failed +log file +can't write ");
 }
+
+TEST(JighostDoctorTest, ModuleThatDoesHarmIsToldAndEndsNobodyElse) {
+    const FreshFolder folder;
+    const std::string module = (BuildFolder() / "bad_module.so").string();
+    const auto expect = [&](const char* pszHarm, const char* regex) {
+        setenv("BAD_MODULE", pszHarm, 1);
+        const JIGHOST_RUN run = RunJighost({"doctor", module});
+        unsetenv("BAD_MODULE");
+        EXPECT_EQ(run.exitCode, 3) << pszHarm;
+        EXPECT_THAT(run.output, ContainsRegex(regex));
+        EXPECT_THAT(run.output, HasSubstr("ok      shared blocks")) << "the rest is told too";
+    };
+    expect("crash", "failed +loads +ends the program: signal 6, ");
+    expect("hang", "failed +loads +does not come back within 10 seconds");
+    expect("exit", "failed +registrations +ends the program: exit code 0\n-       unloads");
+    expect(
+        "nothing",
+        "failed +registrations +2, missing: .*, GetBodyID with size 4 and direction 1 in place of "
+        "20 and 1\n");
+    expect("leave", "ok +registrations +131\nfailed +unloads +ends the program: exit code 0");
+    WriteFile("cut.so", ReadFile(BuildFolder() / MODULE_FILE).substr(0, 100'000));
+    const JIGHOST_RUN run = RunJighost({"run", "GetBodyID", "--module", "cut.so"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_THAT(run.errors, HasSubstr("64-bit ELF library, cut off ahead of its end"));
+}

@@ -1,5 +1,5 @@
 // The heads of ELF and PE files, as far as they tell the machine.
-#include "jighost/check/LibraryFormat.h"
+#include "jighost/session/LibraryFormat.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -8,11 +8,18 @@
 static const std::size_t HOST_BITS = 8 * sizeof(void*);
 
 static const std::size_t ELF_CLASS = 4;  // 1 for 32 bits, 2 for 64
-/// Places in an ELF header of the host's word size: where the table of sections lies, a word; the
-/// size of one and their number, 2 bytes each.
-static const std::size_t ELF_SECTIONS = sizeof(void*) == 8 ? 0x28 : 0x20;
-static const std::size_t ELF_SECTION_SIZE = sizeof(void*) == 8 ? 0x3A : 0x2E;
-static const std::size_t ELF_SECTION_COUNT = ELF_SECTION_SIZE + 2;
+/// Where a table of an ELF header lies in the file, and the size of one entry and their number.
+struct ELF_TABLE {
+    std::size_t place;  // a word
+    std::size_t size;   // 2 bytes, and the number behind it
+};
+
+// In a header, and in a segment's entry, of the host's word size.
+static const std::size_t WORD = sizeof(void*);
+static const ELF_TABLE ELF_SECTIONS = WORD == 8 ? ELF_TABLE{0x28, 0x3A} : ELF_TABLE{0x20, 0x2E};
+static const ELF_TABLE ELF_SEGMENTS = WORD == 8 ? ELF_TABLE{0x20, 0x36} : ELF_TABLE{0x1C, 0x2A};
+static const std::size_t SEGMENT_PLACE = WORD == 8 ? 0x08 : 0x04;  // in the file
+static const std::size_t SEGMENT_SIZE = WORD == 8 ? 0x20 : 0x10;   // in the file
 
 static const std::size_t PE_HEADER_PLACE = 0x3C;  // 4 bytes, where the header lies
 static const std::size_t PE_MACHINE = 4;          // 2 bytes, behind the start of the header
@@ -42,16 +49,39 @@ static std::string BitsText(std::size_t bits) {
     return std::to_string(bits) + "-bit ";
 }
 
-/// The table of sections mostly is the last part of a file. A file that is cut off ahead of its end
-/// must not be loaded: the loader maps what is not there, and the program dies of it.
-static bool IsElfComplete(std::ifstream& file) {
-    const std::uint64_t place = Number(ReadAt(file, ELF_SECTIONS, sizeof(void*)));
-    const std::uint64_t size =
-        Number(ReadAt(file, ELF_SECTION_SIZE, 2)) * Number(ReadAt(file, ELF_SECTION_COUNT, 2));
+static std::uint64_t FileSize(std::ifstream& file) {
     file.clear();
     file.seekg(0, std::ios::end);
-    const auto end = static_cast<std::uint64_t>(file.tellg());
+    return static_cast<std::uint64_t>(file.tellg());
+}
+
+static bool IsWithin(std::uint64_t place, std::uint64_t size, std::uint64_t end) {
     return size <= end && place <= end - size;
+}
+
+/// A file that is cut off must not be loaded: the loader maps what is not there, and the program
+/// dies of it. The table of sections mostly is the last part of a file.
+static bool IsElfComplete(std::ifstream& file) {
+    const std::uint64_t end = FileSize(file);
+    const auto number = [&file](std::uint64_t place, std::size_t size) {
+        return Number(ReadAt(file, static_cast<std::size_t>(place), size));
+    };
+    for (const ELF_TABLE& table : {ELF_SECTIONS, ELF_SEGMENTS}) {
+        const std::uint64_t size = number(table.size, 2) * number(table.size + 2, 2);
+        if (!IsWithin(number(table.place, WORD), size, end)) {
+            return false;
+        }
+    }
+    const std::uint64_t first = number(ELF_SEGMENTS.place, WORD);
+    const std::uint64_t size = number(ELF_SEGMENTS.size, 2);
+    for (std::uint64_t i = 0; i < number(ELF_SEGMENTS.size + 2, 2); ++i) {
+        const std::uint64_t segment = first + i * size;
+        if (!IsWithin(
+                number(segment + SEGMENT_PLACE, WORD), number(segment + SEGMENT_SIZE, WORD), end)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 static LIBRARY_FORMAT ElfFormat(std::ifstream& file, char elfClass) {
