@@ -1,4 +1,4 @@
-// A log's operations as lines or as JSON, and their sums.
+// Rows and summaries, for people and for programs.
 #include "jighost/log/LogOutput.h"
 
 #include <algorithm>
@@ -7,6 +7,7 @@
 #include "jighost/operations/ResultName.h"
 #include "jighost/output/Colour.h"
 #include "jighost/output/Json.h"
+#include "jighost/text/PlainText.h"
 
 static const std::size_t WRITE_SIZE = 65536;
 static const std::size_t NAME_WIDTH = 36;
@@ -31,7 +32,7 @@ void LogOutput::Add(std::span<const LOGGED_OPERATION> operations) {
         if (!m_Selection.operation.empty() && operation.name != m_Selection.operation) {
             continue;
         }
-        Count(operation);
+        CountIn(operation);
         if (m_Selection.bFailed && !operation.HasFailed()) {
             continue;
         }
@@ -42,13 +43,14 @@ void LogOutput::Add(std::span<const LOGGED_OPERATION> operations) {
     }
 }
 
-void LogOutput::Count(const LOGGED_OPERATION& operation) {
+void LogOutput::CountIn(const LOGGED_OPERATION& operation) {
     ++m_Count;
     if (!operation.HasFailed()) {
+        m_InterleavedCount += operation.result ? 0U : 1U;
         return;
     }
     ++m_FailedCount;
-    const Failure failure(operation.result, operation.error);
+    const Failure failure(operation.name, operation.result, operation.error);
     if (m_Failures.size() < MAX_FAILURES || m_Failures.contains(failure)) {
         ++m_Failures[failure];
     } else {
@@ -68,35 +70,91 @@ void LogOutput::End() {
 
 // --- For people ---
 
+/// A name, which has no harmful characters, and blanks up to the width of names.
+static void AppendName(std::string& target, std::string_view name, std::size_t indent) {
+    target.append(indent, ' ');
+    target += name;
+    target.append(NAME_WIDTH - std::min(NAME_WIDTH, indent + name.size()), ' ');
+    target += ' ';
+}
+
+/// The first line of an error.
+static std::string_view FirstLine(const std::string& error) {
+    return std::string_view(error).substr(0, error.find('\n'));
+}
+
+/// An error as it stands behind a result.
+static void AppendError(std::string& target, const std::string& error) {
+    if (!error.empty()) {
+        target += "  ";
+        target += PlainText(FirstLine(error));
+    }
+}
+
 static std::string FailureText(std::optional<std::int32_t> result, const std::string& error) {
-    const std::string text = result ? ResultText(*result) : "no closing line";
-    return error.empty() ? text : text + "  " + error;
+    std::string text = result ? ResultText(*result) : "no closing line";
+    AppendError(text, error);
+    return text;
+}
+
+/// An error's further lines, each as one of its own.
+static void AppendFurtherLines(std::string& target, const std::string& error) {
+    std::string_view rest = std::string_view(error).substr(FirstLine(error).size());
+    while (!rest.empty()) {
+        rest.remove_prefix(1);
+        const std::string_view line = rest.substr(0, rest.find('\n'));
+        target += "    | ";
+        target += PlainText(line);
+        target += '\n';
+        rest.remove_prefix(line.size());
+    }
+}
+
+static std::string OutcomeText(const LOGGED_OPERATION& operation) {
+    if (!operation.HasFailed()) {
+        std::string text = operation.result ? std::to_string(*operation.result) : "interleaved";
+        AppendError(text, operation.error);
+        return text;
+    }
+    std::string text = FailureText(operation.result, operation.error);
+    text += operation.bInterleaved ? "  (interleaved)" : "";
+    text += operation.bOpened ? "" : "  (no opening line)";
+    return Coloured(text, COLOUR::RED);
+}
+
+// Most operations begin in the same millisecond as the one before.
+void LogOutput::AppendTime(const std::string& time) {
+    if (time != m_LastTime) {
+        m_LastTime = time;
+        m_ShownTime = time.empty() ? "" : PlainText(time) + "  ";
+    }
+    m_Text += m_ShownTime;
 }
 
 // Written by hand, since a log may hold millions of operations.
 void LogOutput::WriteText(const LOGGED_OPERATION& operation) {
-    m_Text += operation.begin;
-    m_Text.append(operation.begin.empty() ? 0 : 2, ' ');
-    const std::size_t indent = 2 * std::min(operation.depth, MAX_INDENT);
-    m_Text.append(indent, ' ');
-    m_Text += operation.name;
-    m_Text.append(NAME_WIDTH - std::min(NAME_WIDTH, indent + operation.name.size()), ' ');
-    m_Text += ' ';
-    if (operation.HasFailed()) {
-        m_Text += Coloured(FailureText(operation.result, operation.error), COLOUR::RED);
-    } else {
-        m_Text += std::to_string(*operation.result);
-    }
+    AppendTime(operation.bOpened ? operation.begin : operation.end);
+    AppendName(m_Text, operation.name, 2 * std::min(operation.depth, MAX_INDENT));
+    m_Text += OutcomeText(operation);
     m_Text += '\n';
+    AppendFurtherLines(m_Text, operation.error);
 }
 
 void LogOutput::WriteSummary() {
     m_Text += '\n' + std::to_string(m_Count) + " operations, " + std::to_string(m_FailedCount) +
-              " failed\n";
+              " failed";
+    if (m_InterleavedCount > 0) {
+        m_Text += ", " + std::to_string(m_InterleavedCount) + " interleaved";
+    }
+    m_Text += '\n';
     for (const auto& [failure, count] : m_Failures) {
+        const auto& [name, result, error] = failure;
         std::string number = std::to_string(count);
         number.insert(0, 8 - std::min<std::size_t>(8, number.size()), ' ');
-        m_Text += number + "  " + FailureText(failure.first, failure.second) + '\n';
+        m_Text += number + "  ";
+        AppendName(m_Text, name, 0);
+        m_Text += FailureText(result, error) + '\n';
+        AppendFurtherLines(m_Text, error);
     }
     if (m_OtherFailures > 0) {
         m_Text += "  and " + std::to_string(m_OtherFailures) + " others\n";
@@ -105,13 +163,11 @@ void LogOutput::WriteSummary() {
 
 // --- For programs ---
 
-static Json FailureJson(std::optional<std::int32_t> result, const std::string& error) {
-    Json json = {{"result", nullptr}, {"result_name", nullptr}, {"error", error}};
-    if (result) {
-        json["result"] = *result;
-        json["result_name"] = ResultName(*result);
+static Json ResultJson(std::optional<std::int32_t> result) {
+    if (!result) {
+        return {{"result", nullptr}, {"result_name", nullptr}};
     }
-    return json;
+    return {{"result", *result}, {"result_name", ResultName(*result)}};
 }
 
 void LogOutput::WriteJsonLine(const LOGGED_OPERATION& operation) {
@@ -121,14 +177,22 @@ void LogOutput::WriteJsonLine(const LOGGED_OPERATION& operation) {
         {"begin", operation.begin},
         {"end", operation.end},
     };
-    json.update(FailureJson(operation.result, operation.error));
+    if (!operation.bOpened) {
+        json["begin"] = nullptr;
+    }
+    json.update(ResultJson(operation.result));
+    json["error"] = operation.error;
+    json["interleaved"] = operation.bInterleaved;
     m_Text += JsonLine(json);
 }
 
 void LogOutput::WriteSummaryAsJson() {
     Json failures = Json::array();
     for (const auto& [failure, count] : m_Failures) {
-        Json json = FailureJson(failure.first, failure.second);
+        const auto& [name, result, error] = failure;
+        Json json = {{"operation", name}};
+        json.update(ResultJson(result));
+        json["error"] = error;
         json["count"] = count;
         failures.push_back(json);
     }
@@ -136,6 +200,7 @@ void LogOutput::WriteSummaryAsJson() {
         {{"summary",
           {{"operations", m_Count},
            {"failed", m_FailedCount},
+           {"interleaved", m_InterleavedCount},
            {"failures", failures},
            {"other_failures", m_OtherFailures}}}});
 }

@@ -5,7 +5,7 @@
 #include <map>
 #include <span>
 #include <string>
-#include <utility>
+#include <tuple>
 
 #include "jighost/log/LogReader.h"
 
@@ -21,6 +21,9 @@ class LogOutput {
 
     void Add(std::span<const LOGGED_OPERATION> operations);
 
+    /// Operations selected so far.
+    std::uint64_t Count() const { return m_Count; }
+
     /// Hands over all that was added so far.
     void Flush();
 
@@ -28,10 +31,11 @@ class LogOutput {
     void End();
 
   private:
-    /// Result and error; a closing line that is missing stands as no result.
-    using Failure = std::pair<std::optional<std::int32_t>, std::string>;
+    /// Name, result and error; a closing line that is missing stands as no result.
+    using Failure = std::tuple<std::string, std::optional<std::int32_t>, std::string>;
 
-    void Count(const LOGGED_OPERATION& operation);
+    void CountIn(const LOGGED_OPERATION& operation);
+    void AppendTime(const std::string& time);
     void WriteText(const LOGGED_OPERATION& operation);
     void WriteJsonLine(const LOGGED_OPERATION& operation);
     void WriteSummary();
@@ -40,8 +44,11 @@ class LogOutput {
     LOG_SELECTION m_Selection;
     bool m_bJson;
     std::string m_Text;  // not yet written
+    std::string m_LastTime;
+    std::string m_ShownTime;
     std::uint64_t m_Count = 0;
     std::uint64_t m_FailedCount = 0;
-    std::uint64_t m_OtherFailures = 0;  // beyond those that m_Failures holds
+    std::uint64_t m_InterleavedCount = 0;  // of those without a closing line
+    std::uint64_t m_OtherFailures = 0;     // beyond those that m_Failures holds
     std::map<Failure, std::uint64_t> m_Failures;
 };

@@ -1,212 +1,162 @@
-// Lines taken one by one into the operations that they belong to.
+// Lines to operations: prefixes are looked at, and error lines hold up what comes behind them.
 #include "jighost/log/LogReader.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cstring>
+#include <utility>
 
-#include "frame/Result.h"
+#include "jighost/operations/LogName.h"
 
-static const std::size_t MAX_LINE = 65536;
-static const std::size_t MAX_TEXT = 500;
-/// Operations in one tree. The module's deepest run has less than ten.
-static const std::size_t MAX_TREE = 1000;
-
-static const std::size_t TAG_SIZE = 6;  // "[FUNC]"
-
-/// Closing lines with another name than the opening line, and those with the tag of a value.
-static const std::string_view ODD_CLOSING = "SaveDateDisplayFormatt";
-static const std::string_view ODD_CLOSING_OPERATION = "SaveDateDisplayFormat";
-static const std::string_view VALUE_CLOSINGS[] = {"SetSoundVolume", "_OutputColorBarChart"};
-
-bool LOGGED_OPERATION::HasFailed() const {
-    return !result || IsFailure(*result);
-}
-
-// --- Pieces to lines ---
+/// An error line ahead of the error itself, handed over on its own.
+static const std::string_view EARLY_ERROR = "HD_Count is Over";
+static const std::string_view EARLY_ERROR_OPERATION = "SetSlitRollingMode";
 
 void LogReader::Add(std::string_view bytes) {
-    while (!bytes.empty()) {
-        const void* pEnd = std::memchr(bytes.data(), '\n', bytes.size());
-        if (pEnd == nullptr) {
-            KeepPart(bytes);
-            return;
-        }
-        const auto length = static_cast<std::size_t>(static_cast<const char*>(pEnd) - bytes.data());
-        if (m_Part.empty() && !m_bTooLong) {
-            ReadLine(bytes.substr(0, length));
-        } else {
-            KeepPart(bytes.substr(0, length));
-            ReadLine(m_Part);
-            BeginFile();
-        }
-        bytes.remove_prefix(length + 1);
-    }
+    m_Lines.Add(bytes, [this](std::string_view line) { ReadLine(line); });
 }
 
-void LogReader::KeepPart(std::string_view part) {
-    if (m_bTooLong || m_Part.size() + part.size() > MAX_LINE) {
-        m_Part.clear();
-        m_bTooLong = true;
-        return;
-    }
-    m_Part += part;
+void LogReader::Pause() {
+    EndErrorText();
+    m_Trees.HandOverEnded();
 }
 
 void LogReader::BeginFile() {
-    m_Part.clear();
-    m_bTooLong = false;
-}
-
-// --- Lines ---
-
-static bool IsTag(std::string_view tag) {
-    // The most frequent first.
-    static const std::string_view TAGS[] = {"[FUNC]", "[----]", "[VALU]", "[CMNT]",
-                                            "[ERR!]", "[EVNT]", "[STDF]", "[WAPI]"};
-    return std::find(std::begin(TAGS), std::end(TAGS), tag) != std::end(TAGS);
-}
-
-/// Where the line's tag stands: the first one, since the prefix has none and a text may.
-static std::size_t FindTag(std::string_view line) {
-    std::size_t position = line.find('[');
-    while (position != std::string_view::npos && !IsTag(line.substr(position, TAG_SIZE))) {
-        position = line.find('[', position + 1);
-    }
-    return position;
-}
-
-void LogReader::ReadLine(std::string_view line) {
-    if (line.ends_with('\r')) {
-        line.remove_suffix(1);
-    }
-    const std::size_t position = FindTag(line);
-    if (position == std::string_view::npos) {
-        return;
-    }
-    const std::string_view prefix = line.substr(0, position);
-    const std::string_view tagged = line.substr(position);
-    const std::string_view text = tagged.substr(TAG_SIZE);
-    if (tagged.starts_with("[FUNC] ") || tagged.starts_with("[VALU] ")) {
-        ReadFunctionLine(prefix, tagged);
-    } else if (tagged.starts_with("[ERR!]")) {
-        ReadErrorLine(text);
-    } else if (tagged.starts_with("[CMNT]  ") && text.ends_with(" Initialize")) {
-        End();  // the host that left them open is gone
-    }
-}
-
-/// The length of the name that the text begins with.
-static std::size_t NameLength(std::string_view text) {
-    const auto isOfName = [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-               c == '_';
-    };
-    return static_cast<std::size_t>(
-        std::find_if_not(text.begin(), text.end(), isOfName) - text.begin());
-}
-
-void LogReader::ReadFunctionLine(std::string_view prefix, std::string_view tagged) {
-    const std::string_view text = tagged.substr(TAG_SIZE + 1);
-    const bool bValue = tagged[1] == 'V';
-    std::string_view name = text.substr(0, NameLength(text));
-    if (bValue && std::find(std::begin(VALUE_CLOSINGS), std::end(VALUE_CLOSINGS), name) ==
-                      std::end(VALUE_CLOSINGS)) {
-        return;
-    }
-    const std::string_view rest = text.substr(name.size());
-    if (rest.starts_with(" - ")) {
-        Close(prefix, name == ODD_CLOSING ? ODD_CLOSING_OPERATION : name, rest.substr(3));
-    } else if (rest.empty() && !name.empty() && !bValue) {
-        Open(prefix, name);
-    }
-}
-
-// --- Operations ---
-
-static void AppendText(std::string& target, std::string_view text) {
-    const std::size_t start = target.size();
-    target += text.substr(0, MAX_TEXT - std::min(MAX_TEXT, start));
-    const auto isControl = [](unsigned char c) { return c < 0x20 || c == 0x7F; };
-    std::replace_if(
-        target.begin() + static_cast<std::ptrdiff_t>(start), target.end(), isControl, '?');
-}
-
-static void SetPrefix(std::string& target, std::string_view prefix) {
-    target.clear();
-    AppendText(target, prefix.substr(0, prefix.find_last_not_of(' ') + 1));
-}
-
-/// Decimal, or hexadecimal if there is no other way to read it; nothing for other text.
-static std::optional<std::int32_t> ParseLoggedResult(std::string_view text) {
-    const char* pEnd = text.data() + text.size();
-    std::int32_t decimal = 0;
-    const auto [pDecimalEnd, error] = std::from_chars(text.data(), pEnd, decimal);
-    if (error == std::errc() && pDecimalEnd == pEnd) {
-        return decimal;
-    }
-    std::uint32_t bits = 0;
-    const auto [pHexEnd, hexError] = std::from_chars(text.data(), pEnd, bits, 16);
-    if (hexError == std::errc() && pHexEnd == pEnd) {
-        return static_cast<std::int32_t>(bits);
-    }
-    return std::nullopt;
-}
-
-void LogReader::Open(std::string_view prefix, std::string_view name) {
-    if (m_Count == MAX_TREE) {
-        End();
-    }
-    if (m_Count == m_Tree.size()) {
-        m_Tree.emplace_back();
-    }
-    LOGGED_OPERATION& operation = m_Tree[m_Count];
-    operation.name = name.substr(0, MAX_TEXT);
-    operation.depth = m_Open.size();
-    SetPrefix(operation.begin, prefix);
-    operation.end.clear();
-    operation.error.clear();
-    operation.result.reset();
-    m_Error.clear();
-    m_Open.push_back(m_Count++);
-}
-
-// Error lines go to the file together with the closing line behind them: they are of that
-// operation, even if one within it has not closed.
-void LogReader::ReadErrorLine(std::string_view text) {
-    if (!m_Error.empty()) {
-        AppendText(m_Error, "; ");
-    }
-    const std::size_t start = text.find_first_not_of(" -");
-    AppendText(m_Error, start == std::string_view::npos ? "" : text.substr(start));
-}
-
-// A line that closes nothing open is a value with the tag of a function, or its opening is lost.
-void LogReader::Close(std::string_view prefix, std::string_view name, std::string_view result) {
-    const auto isNamed = [&](std::size_t place) { return m_Tree[place].name == name; };
-    const auto found = std::find_if(m_Open.rbegin(), m_Open.rend(), isNamed);
-    const std::optional<std::int32_t> value = ParseLoggedResult(result);
-    if (found == m_Open.rend() || !value) {
-        return;
-    }
-    LOGGED_OPERATION& operation = m_Tree[*found];
-    operation.result = value;
-    operation.error.swap(m_Error);
-    m_Error.clear();
-    SetPrefix(operation.end, prefix);
-    m_Open.resize(static_cast<std::size_t>(m_Open.rend() - found) - 1);
-    if (m_Open.empty()) {
-        End();
-    }
+    EndErrorText();
+    m_Lines.Clear();
 }
 
 void LogReader::End() {
-    if (!m_Open.empty()) {
-        m_Tree[m_Open.back()].error.swap(m_Error);
+    EndErrorText();
+    m_Trees.End();
+}
+
+// --- Lines and pieces ---
+
+void LogReader::ReadLine(std::string_view line) {
+    std::size_t tag = FindTag(line, m_Prefixes.LengthOfLast(line));
+    if (tag != std::string_view::npos) {
+        for (std::size_t next = FindNextLine(line, tag); next != std::string_view::npos;
+             next = FindNextLine(line, tag)) {
+            ReadPiece({.text = line.substr(0, next), .tag = tag, .bCut = true});
+            line.remove_prefix(next);
+            tag = FindTag(line, 0);
+        }
     }
-    if (m_Count > 0) {
-        m_Sink({m_Tree.data(), m_Count});
+    ReadPiece({.text = line, .tag = tag});
+}
+
+/// Where another line's prefix begins behind this tag; npos if none does.
+std::size_t LogReader::FindNextLine(std::string_view line, std::size_t tag) const {
+    const std::size_t behind = tag + TAG_SIZE;
+    if (line.size() < behind + m_Prefixes.ShortestWithin() + TAG_SIZE) {
+        return std::string_view::npos;
     }
-    m_Count = 0;
-    m_Open.clear();
+    for (std::size_t next = FindTag(line, behind); next != std::string_view::npos;
+         next = FindTag(line, next + TAG_SIZE)) {
+        const std::size_t start = m_Prefixes.FindWithin(line.substr(behind, next - behind));
+        if (start != std::string_view::npos) {
+            return behind + start;
+        }
+    }
+    return std::string_view::npos;
+}
+
+void LogReader::ReadPiece(const LOG_PIECE& piece) {
+    if (m_Error.IsHolding()) {
+        if (m_Error.Hold(piece, m_Judge)) {
+            EndErrorText();
+        }
+    } else if (piece.tag != std::string_view::npos) {
+        LOG_LINE line = ParseLogLine(piece.text, piece.tag);
+        if (line.kind != LINE_KIND::OTHER) {
+            ReadLogLine(line, piece.bCut);
+        }
+    }
+}
+
+/// Cuts off what stands ahead of the prefix; gives whether there is a prefix.
+bool LogReader::TakePrefix(LOG_LINE& line) {
+    const std::size_t start = m_Prefixes.FindAtEnd(line.prefix);
+    line.prefix.remove_prefix(std::min(start, line.prefix.size()));
+    return start != std::string_view::npos;
+}
+
+// Some error lines have no prefix. Any other line without one is a text's.
+void LogReader::ReadLogLine(LOG_LINE& line, bool bCut) {
+    if (line.kind == LINE_KIND::SEPARATOR) {
+        if (m_Trees.IsIdle()) {
+            m_Prefixes.Learn(line.prefix);
+        }
+        m_bLog = true;
+        return;
+    }
+    if (!TakePrefix(line) && line.kind != LINE_KIND::ERROR_LINE) {
+        return;
+    }
+    switch (line.kind) {
+        case LINE_KIND::OPENING:
+            if (!bCut || IsLogName(line.name)) {
+                m_Trees.Open(line);
+            }
+            break;
+        case LINE_KIND::CLOSING:
+            if (!bCut && line.result) {
+                m_bLog = m_Trees.Close(line, "") || m_bLog;
+            }
+            return;
+        case LINE_KIND::ERROR_LINE:
+            if (line.text == EARLY_ERROR) {
+                m_Trees.AddEarlyError(line.text, EARLY_ERROR_OPERATION);
+            } else {
+                m_Error.Begin(line.text);
+            }
+            break;
+        case LINE_KIND::START:
+            m_Trees.PassStart();
+            break;
+        case LINE_KIND::SEPARATOR:
+        case LINE_KIND::OTHER:
+            break;
+    }
+    m_bLog = true;
+}
+
+// --- Behind an error line ---
+
+ErrorText::ROLE LogReader::RoleOf(const LOG_PIECE& piece) {
+    using enum ErrorText::ROLE;
+    if (piece.tag == std::string_view::npos || piece.bCut) {
+        return TEXT;
+    }
+    LOG_LINE line = ParseLogLine(piece.text, piece.tag);
+    const bool bPrefix = TakePrefix(line);
+    if (line.kind == LINE_KIND::OPENING && bPrefix) {
+        return OPENING;
+    }
+    const bool bOpen = m_Trees.IsOpen(line.name);
+    if (line.HasFailure() && (bOpen || IsLogName(line.name))) {
+        return bPrefix ? FAILURE : BARE_FAILURE;
+    }
+    return line.result && bOpen && bPrefix ? SUCCESS : TEXT;
+}
+
+/// What comes behind the closing line is read as any other.
+void LogReader::EndErrorText() {
+    if (!m_Error.IsHolding()) {
+        return;
+    }
+    std::swap(m_Error, m_EndedError);
+    m_Error.End();
+    std::size_t next = 0;
+    if (const auto closing = m_EndedError.FindClosing(m_Judge)) {
+        const LOG_PIECE piece = m_EndedError.Line(*closing);
+        LOG_LINE line = ParseLogLine(piece.text, piece.tag);
+        TakePrefix(line);
+        m_Trees.Close(line, m_EndedError.Text(*closing));
+        next = *closing + 1;
+    } else {
+        m_Trees.AddError(m_EndedError.Text(0));
+    }
+    for (; next < m_EndedError.Count(); ++next) {
+        ReadPiece(m_EndedError.Line(next));
+    }
 }

@@ -1,41 +1,31 @@
 // The module's log read back: which operations ran, what ran within what, and how each one ended.
 #pragma once
 
-#include <cstdint>
-#include <functional>
-#include <optional>
-#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
-/// One operation as its log tells it. Texts are cut to a fixed length and hold no control
-/// characters.
-struct LOGGED_OPERATION {
-    std::string name;     ///< as the log has it; for some not the registered name
-    std::size_t depth{};  ///< 0 for one that ran within no other
-    std::string begin;    ///< what stands ahead of the opening line's tag, mostly the time
-    std::string end;      ///< the same of the closing line
-    std::string error;    ///< of its error lines; empty without any
-    /// Nothing if the closing line is missing. A result of decimal digits alone counts as decimal:
-    /// behind a failure while the EEPROM is printed the module writes it in hexadecimal.
-    std::optional<std::int32_t> result;
-
-    bool HasFailed() const;
-};
+#include "jighost/log/ErrorText.h"
+#include "jighost/log/LineAssembly.h"
+#include "jighost/log/LogLine.h"
+#include "jighost/log/OperationTrees.h"
+#include "jighost/text/LinePrefix.h"
 
 /// Takes a log in pieces of any size. What it keeps does not grow with the log: rubbish, lines of
-/// any length and openings without end included.
+/// any length and openings without end included. A line may begin within another one, where a full
+/// disk cut that off or another host wrote into it.
 class LogReader {
   public:
-    /// Gets an operation and all that ran within it, in the order of their opening lines, when the
-    /// outermost one has ended.
-    using Sink = std::function<void(std::span<const LOGGED_OPERATION>)>;
+    using Sink = OperationTrees::Sink;
 
-    explicit LogReader(Sink sink) : m_Sink(std::move(sink)) {}
+    explicit LogReader(Sink sink) : m_Trees(std::move(sink)) {}
+    LogReader(const LogReader&) = delete;
+    LogReader& operator=(const LogReader&) = delete;
 
     /// Reads on. A line counts as soon as its end is there.
     void Add(std::string_view bytes);
+
+    /// The log has no more for now: hands over what has ended.
+    void Pause();
 
     /// Forgets the line whose end has not come: the next bytes are those of a new file.
     void BeginFile();
@@ -44,19 +34,23 @@ class LogReader {
     /// result may lack digits.
     void End();
 
-  private:
-    void KeepPart(std::string_view part);
-    void ReadLine(std::string_view line);
-    void ReadFunctionLine(std::string_view prefix, std::string_view tagged);
-    void ReadErrorLine(std::string_view text);
-    void Open(std::string_view prefix, std::string_view name);
-    void Close(std::string_view prefix, std::string_view name, std::string_view result);
+    /// Whether any line so far was one of the module's log.
+    bool IsLog() const { return m_bLog; }
 
-    Sink m_Sink;
-    std::string m_Part;       // of a line whose end has not come
-    bool m_bTooLong = false;  // that line is longer than any that matters
-    std::string m_Error;      // of the error lines since the last opening or closing line
-    std::size_t m_Count = 0;  // of m_Tree: elements stay for their memory
-    std::vector<LOGGED_OPERATION> m_Tree;
-    std::vector<std::size_t> m_Open;  // places in m_Tree, the innermost last
+  private:
+    void ReadLine(std::string_view line);
+    std::size_t FindNextLine(std::string_view line, std::size_t tag) const;
+    void ReadPiece(const LOG_PIECE& piece);
+    void ReadLogLine(LOG_LINE& line, bool bCut);
+    bool TakePrefix(LOG_LINE& line);
+    ErrorText::ROLE RoleOf(const LOG_PIECE& piece);
+    void EndErrorText();
+
+    LineAssembly m_Lines;
+    LinePrefixes m_Prefixes;
+    OperationTrees m_Trees;
+    const ErrorText::Judge m_Judge = [this](const LOG_PIECE& piece) { return RoleOf(piece); };
+    ErrorText m_Error;
+    ErrorText m_EndedError;  // kept for its memory
+    bool m_bLog = false;
 };

@@ -1,9 +1,12 @@
 // jighost log, held against logs written here by hand: none of them came from the module.
 #include <gmock/gmock.h>
 
-#include <chrono>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <random>
+#include <sstream>
 #include <string>
 
 #include "jighost/log/LogReader.h"
@@ -20,7 +23,9 @@ static std::string Read(const std::string& log, std::size_t pieceSize = 7) {
         for (const LOGGED_OPERATION& operation : operations) {
             text += std::string(2 * operation.depth, ' ') + operation.name + ' ' +
                     (operation.result ? std::to_string(*operation.result) : "open") +
-                    (operation.error.empty() ? "" : " " + operation.error) + '\n';
+                    (operation.error.empty() ? "" : " " + operation.error) +
+                    (operation.bInterleaved ? " interleaved" : "") +
+                    (operation.bOpened ? "" : " unopened") + '\n';
         }
     });
     for (std::size_t start = 0; start < log.size(); start += pieceSize) {
@@ -66,10 +71,182 @@ TEST(JighostLogTest, RubbishAndMissingLinesLoseNothingElse) {
                             "[FUNC] Killed\r\n[CMNT]  TuneBench.t460 Initialize\r\n"
                             "[FUNC] CutOff\r\n[FUNC] CutOff - 1";
     const std::string expected =
-        "GetBodyID 0\nOuter 1 lost\n  Inner open\nKilled open\nCutOff open\n";
+        "GetLanguage 1 unopened\nGetBodyID 0\nOuter 1 lost\n  Inner open\nKilled open\n"
+        "CutOff open\n";
     for (const std::size_t pieceSize : {std::size_t{1}, std::size_t{1000}, log.size()}) {
         EXPECT_EQ(Read(log, pieceSize), expected) << pieceSize;
     }
+}
+
+// T stands for a time, which the camera link gives in a form of its own.
+static std::string Timed(std::string text) {
+    const std::string time = "2026/11/22 20:10:29.123 ";
+    for (std::size_t at = text.find('@'); at != std::string::npos; at = text.find('@', at)) {
+        text.replace(at, 1, time);
+        at += time.size();
+    }
+    return text;
+}
+
+static const std::string FIRST = "@[----]\n@[FUNC] GetLanguage\n@[FUNC] GetLanguage - 0\n";
+static const std::string OPENED = FIRST + "@[----]\n@[FUNC] SetBodyID\n";
+
+TEST(JighostLogTest, LineThatBeginsWithinAnotherOneIsALine) {
+    // A full disk cut off a value, an error, a result that may have lacked digits, a name.
+    const std::string log =
+        OPENED + "@[VALU] Coun@[----]\n@[FUNC] MPUReset\n" +
+        "@[ERR!] - [EVNT] nHD@[FUNC] MPUReset - 3\n" +
+        "@[FUNC] SetBodyID - 20@[----]\n@[FUNC] GetBodyI@[FUNC] GetBodyID - 0\n" +
+        // A row of bytes, written byte by byte, and another host's lines in it.
+        "@[----]\n@[FUNC] GetIcuFirmwareVersion\n@[VALU] Data[ 00000000 ] -  31 32 " +
+        "@[----]\n@[FUNC] GetSensorNumber\n33 @[FUNC] GetSensorNumber - 0\n34 \n" +
+        "@[FUNC] GetIcuFirmwareVersion - 0\n";
+    EXPECT_EQ(
+        Read(Timed(log)),
+        "GetLanguage 0\nSetBodyID open interleaved\nMPUReset 3 [EVNT] nHD\n"
+        "GetBodyID 0 unopened\nGetIcuFirmwareVersion 0\nGetSensorNumber 0\n");
+}
+
+TEST(JighostLogTest, LinesOfAnErrorTextAreNoLinesOfTheLog) {
+    const std::string closing = "\n@[FUNC] SetBodyID - 3\n";
+    const std::string next = "@[----]\n@[FUNC] GetBodyID\n@[FUNC] GetBodyID - 0\n";
+    const std::string texts[] = {
+        "a\nb",
+        "a\n[FUNC] SetBodyID - 5\n[----]\n[FUNC] Forged\n[ERR!] - b",
+        "a\n@[FUNC] SetBodyID - 0",
+        "a\n@[FUNC] SetBodyID - 5\nb\n@[FUNC] SetBodyID - 0\n",
+        "a\n@[FUNC] SetBodyID - 0\n@[----]\n@[FUNC] SetBodyID",
+        "a\n@[FUNC] SetBodyID - 0\n@[----]\n@[FUNC] MPUReset\n@[FUNC] MPUReset - 0",
+        "a\n@[CMNT]  TuneBench.t460 Initialize\n@[FUNC] GetLanguage - 5",
+    };
+    for (const std::string& text : texts) {
+        std::string error = Timed(text);
+        error.erase(error.find_last_not_of('\n') + 1);
+        const std::size_t second = error.find("\n[ERR!] - ");
+        if (second != std::string::npos) {
+            error.replace(second, 10, "; ");
+        }
+        EXPECT_EQ(
+            Read(Timed(OPENED + "@[ERR!] - " + text + closing + next)),
+            "GetLanguage 0\nSetBodyID 3 " + error + "\nGetBodyID 0\n");
+    }
+}
+
+TEST(JighostLogTest, ValueTextsWithLineEndsCloseNothing) {
+    EXPECT_EQ(
+        Read(Timed(
+            FIRST + "@[----]\n@[FUNC] GetOwnerName\n@[FUNC] pOwnerName - x\n"
+                    "[FUNC] GetOwnerName - 5\n[----]\n[FUNC] Forged\n@[FUNC] GetOwnerName - 0\n")),
+        "GetLanguage 0\nGetOwnerName 0\n");
+}
+
+// The prefixes fill the module's buffer, and the closing line is lost.
+TEST(JighostLogTest, OperationWithHugePrefixesIsShownWithoutItsClosingLine) {
+    const std::string huge(1'030'000, 'x');
+    const std::string log = huge + " [----]\n" + huge.substr(0, 1'000'000) + " [FUNC] SetBodyID\n" +
+                            huge + " [ERR!] - lost\n" + huge.substr(0, 1'017'900) +
+                            "@[----]\n@[FUNC] GetBodyID\n" + "@[FUNC] GetBodyID - 0\n";
+    for (const std::size_t pieceSize : {std::size_t{4096}, log.size()}) {
+        EXPECT_EQ(Read(Timed(log), pieceSize), "SetBodyID open lost\nGetBodyID 0\n");
+    }
+}
+
+// --- Several hosts ---
+
+namespace {
+
+/// A host's next writes, each of which lands in the log as a whole, and what came of its runs.
+struct WRITER {
+    std::vector<std::string> writes;
+    std::vector<std::string> rows;
+};
+
+WRITER MakeWriter(std::mt19937& random, std::size_t operations) {
+    static const char* const NAMES[] = {
+        "GetBodyID", "SetFilePrefix", "SetOwnerName", "GetIcuFirmwareVersion"};
+    WRITER writer = {.writes = {"@[CMNT]  TuneBench.t460 Initialize\n"}, .rows = {}};
+    const auto open = [&](const std::string& name) {
+        writer.writes.push_back("@[----]\n@[FUNC] " + name + "\n");
+    };
+    const auto close = [&](const std::string& name, bool bFailed) {
+        const std::string code = std::to_string(bFailed ? 2 * (random() % 9) + 1 : 0);
+        const std::string error = bFailed ? "E" + std::to_string(random()) : "";
+        writer.writes.push_back(
+            (bFailed ? "@[ERR!] - " + error + '\n' : "") + "@[FUNC] " + name + " - " + code + '\n');
+        writer.rows.push_back(name + ' ' + code + (bFailed ? ' ' + error : ""));
+    };
+    for (std::size_t i = 0; i < operations; ++i) {
+        const std::string name = NAMES[random() % std::size(NAMES)];
+        open(name);
+        if (name == "SetFilePrefix") {
+            open("GetBodyID");
+            close("GetBodyID", false);
+        }
+        if (name == "GetIcuFirmwareVersion") {  // with a row that is written byte by byte
+            open("DebugPrintDumpMemory");
+            writer.writes.insert(
+                writer.writes.end(), {"@[VALU] Data[ 00000000 ] -  30 ", "31 ", "\n"});
+            close("DebugPrintDumpMemory", false);
+        }
+        writer.writes.push_back("@[VALU] Value - " + std::to_string(i) + '\n');
+        close(name, random() % 8 == 0);
+    }
+    return writer;
+}
+
+}  // namespace
+
+TEST(JighostLogTest, OperationsOfSeveralHostsAllHaveTheirOwnResults) {
+    std::mt19937 random(4711);
+    for (std::size_t hosts = 2; hosts <= 5; ++hosts) {
+        std::vector<WRITER> writers;
+        std::vector<std::string> rows;
+        for (std::size_t i = 0; i < hosts; ++i) {
+            writers.push_back(MakeWriter(random, 500));
+            rows.insert(rows.end(), writers.back().rows.begin(), writers.back().rows.end());
+            std::reverse(writers.back().writes.begin(), writers.back().writes.end());
+        }
+        std::string log = FIRST;
+        rows.push_back("GetLanguage 0");
+        while (!writers.empty()) {
+            const auto writer =
+                writers.begin() + static_cast<std::ptrdiff_t>(random() % writers.size());
+            log += writer->writes.back();
+            writer->writes.pop_back();
+            if (writer->writes.empty()) {
+                writers.erase(writer);
+            }
+        }
+        std::vector<std::string> read;
+        std::istringstream lines(Read(Timed(log), 4096));
+        for (std::string line; std::getline(lines, line);) {
+            line.erase(0, line.find_first_not_of(' '));
+            read.push_back(line.substr(0, line.find(" interleaved")));
+        }
+        std::sort(read.begin(), read.end());
+        std::sort(rows.begin(), rows.end());
+        EXPECT_EQ(read, rows);
+    }
+}
+
+TEST(JighostLogTest, KilledHostAmongOthersLeavesAnOperationThatIsNotToldAsFailed) {
+    const std::string killed = OPENED + "@[----]\n@[FUNC] GetSensorNumber\n";
+    const std::string other = "@[----]\n@[FUNC] GetBodyID\n";
+    // Another host was there at the same time.
+    EXPECT_EQ(
+        Read(Timed(killed + other + "@[FUNC] GetSensorNumber - 0\n@[FUNC] GetBodyID - 0\n")),
+        "GetLanguage 0\nSetBodyID open interleaved\nGetSensorNumber 0\nGetBodyID 0\n");
+    // Another one was started behind it.
+    EXPECT_EQ(
+        Read(Timed(
+            OPENED + "@[CMNT]  TuneBench.t460 Initialize\n" + other + "@[FUNC] GetBodyID - 0\n")),
+        "GetLanguage 0\nSetBodyID open\nGetBodyID 0\n");
+    // Two were within the same operation, and which one failed can't be told.
+    EXPECT_EQ(
+        Read(Timed(
+            FIRST + other + other + "@[ERR!] - a\n@[FUNC] GetBodyID - 3\n" +
+            "@[FUNC] GetBodyID - 0\n")),
+        "GetLanguage 0\nGetBodyID 0 interleaved\nGetBodyID 3 a interleaved\n");
 }
 
 TEST(JighostLogTest, OpeningsWithoutEndAreHandedOverInPieces) {
@@ -103,11 +280,39 @@ TEST(JighostLogTest, ListAndSummaryFollowTheSelection) {
         RunJighost({"log", "--json", "--operation", "SaveBodyID", "JigDll.log"}).output,
         "{\"format\":1}\n"
         "{\"operation\":\"SaveBodyID\",\"depth\":0,\"begin\":\"\",\"end\":\"\",\"result\":8193,"
-        "\"result_name\":\"event or link code\",\"error\":\"[PROP] Save\"}\n"
-        "{\"summary\":{\"operations\":1,\"failed\":1,\"failures\":[{\"result\":8193,"
-        "\"result_name\":\"event or link code\",\"error\":\"[PROP] Save\",\"count\":1}],"
-        "\"other_failures\":0}}\n");
-    EXPECT_EQ(RunJighost({"log", "none.log"}).exitCode, 2);
+        "\"result_name\":\"event or link code\",\"error\":\"[PROP] Save\",\"interleaved\":false}\n"
+        "{\"summary\":{\"operations\":1,\"failed\":1,\"interleaved\":0,\"failures\":[{"
+        "\"operation\":\"SaveBodyID\",\"result\":8193,\"result_name\":\"event or link code\","
+        "\"error\":\"[PROP] Save\",\"count\":1}],\"other_failures\":0}}\n");
+}
+
+TEST(JighostLogTest, WhatIsNoLogOrNoOperationIsRefused) {
+    const FreshFolder folder;
+    WriteFile("JigDll.log", LOG);
+    WriteFile("notes.txt", "[1] a note\n");
+    WriteFile("empty.log", "");
+    const std::pair<std::vector<std::string>, std::string> refusals[] = {
+        {{"none.log"}, "can't open none.log: No such file"},
+        {{"."}, ". is no file"},
+        {{"/dev/zero"}, "/dev/zero is no file"},
+        {{"notes.txt"}, "notes.txt is no log of the module"},
+        {{"empty.log"}, "empty.log is no log of the module"},
+        {{"--operation", "GetBodyIDs"}, "did you mean 'GetBodyID'"},
+        {{"--operation", "GetBodyIDs", "--follow"}, "did you mean 'GetBodyID'"},
+    };
+    for (const auto& [arguments, message] : refusals) {
+        std::vector<std::string> command = {"log"};
+        command.insert(command.end(), arguments.begin(), arguments.end());
+        const JIGHOST_RUN run = RunJighost(command);
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_THAT(run.errors, HasSubstr(message));
+        EXPECT_EQ(run.output, "");
+    }
+    // By its registered name, too.
+    WriteFile("JigDll.log", "[FUNC] DisableAF\n[FUNC] DisableAF - 0\n");
+    EXPECT_THAT(
+        RunJighost({"log", "--operation", "DisableAf"}).output,
+        HasSubstr("1 operations, 0 failed"));
 }
 
 TEST(JighostLogTest, FollowsAcrossADeletedAndANewFile) {
