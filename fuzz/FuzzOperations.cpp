@@ -27,7 +27,7 @@ extern "C" MODULE_API void* calloc(std::size_t count, std::size_t size) noexcept
     if (size != 0 && count > LARGEST_BUFFER / size) {
         return nullptr;
     }
-    void* pMemory = std::malloc(count * size);
+    void* pMemory = std::malloc(std::max<std::size_t>(count * size, 1));
     return pMemory == nullptr ? nullptr : std::memset(pMemory, 0, count * size);
 }
 

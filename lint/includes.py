@@ -1,7 +1,6 @@
 """The C++ files of the tree, and which of them includes which."""
 import re
 import subprocess
-import sys
 from pathlib import Path
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]')
@@ -35,10 +34,3 @@ def with_includers(graph, changed):
     while more := {path for path, names in graph.items() if names & found} - found:
         found |= more
     return found
-
-
-if __name__ == "__main__":
-    # Changed files in, a line for each; out the files of the tree that they touch.
-    everything = read_tree()
-    touched = with_includers(include_graph(everything), sys.stdin.read().splitlines())
-    print("\n".join(sorted(touched & everything.keys())))

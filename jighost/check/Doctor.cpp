@@ -20,7 +20,7 @@
 static const char LOG_FILE[] = "JigDll.log";
 
 // For all checks of the libraries together; a sound module takes a fraction of a second.
-static const std::chrono::seconds PATIENCE(10);
+static const std::chrono::seconds MODULE_PATIENCE(10);
 
 static const char CHECK_MARK[] = "jighost-check";
 
@@ -90,7 +90,7 @@ class Watchdog {
   private:
     void Watch(const std::stop_token& stop, Process& process) {
         std::unique_lock lock(m_Mutex);
-        m_Stopped.wait_for(lock, stop, PATIENCE, [] { return false; });
+        m_Stopped.wait_for(lock, stop, MODULE_PATIENCE, [] { return false; });
         if (!stop.stop_requested()) {
             m_bBitten = true;
             process.End();
@@ -159,7 +159,7 @@ static std::vector<CHECK> CheckLibraries(
     const std::string end = process.EndText();
     checks.Close(
         watchdog.HasBitten()
-            ? "does not come back within " + std::to_string(PATIENCE.count()) + " seconds"
+            ? "does not come back within " + std::to_string(MODULE_PATIENCE.count()) + " seconds"
             : "ends the program: " + end);
     return checks.checks;
 }

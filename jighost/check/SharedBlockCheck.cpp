@@ -32,7 +32,7 @@ static const SHARED_BLOCK BLOCKS[] = {
 };
 
 /// Nobody holds a mutex for longer than it takes to copy a block.
-static const std::chrono::seconds PATIENCE(2);
+static const std::chrono::seconds BLOCK_PATIENCE(2);
 
 /// Waits in a thread, since the wait itself knows no end.
 static bool CanTake(HANDLE mutex) {
@@ -42,7 +42,7 @@ static bool CanTake(HANDLE mutex) {
         ReleaseMutex(mutex);
         pTaken->set_value();
     }).detach();
-    return pTaken->get_future().wait_for(PATIENCE) == std::future_status::ready;
+    return pTaken->get_future().wait_for(BLOCK_PATIENCE) == std::future_status::ready;
 }
 
 static std::string ErrorText(const SHARED_BLOCK& block, const char* what) {

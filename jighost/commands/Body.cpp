@@ -37,7 +37,7 @@ void AddBodyCommand(Command& program, HOST& host) {
 /// What a person may want to change by hand: properties of no more bytes than this.
 static const std::uint32_t EDITABLE_SIZE = 128;
 
-static const std::size_t SHOWN_BYTES = 16;
+static const std::size_t VALUE_BYTES_SHOWN = 16;
 
 static void NewBody(const std::string& path) {
     if (std::filesystem::exists(std::filesystem::symlink_status(path))) {
@@ -58,7 +58,7 @@ static std::string ValueText(const SimulatedBody::Bytes& bytes) {
     if (text.size() > 2 && text.find('\\') == std::string::npos) {
         return '"' + text + '"';
     }
-    const std::size_t shown = std::min(bytes.size(), SHOWN_BYTES);
+    const std::size_t shown = std::min(bytes.size(), VALUE_BYTES_SHOWN);
     return HexBytes(std::span(bytes).first(shown)) + (shown < bytes.size() ? " ..." : "");
 }
 

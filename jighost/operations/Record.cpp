@@ -177,13 +177,6 @@ static std::string DoubleText(double number) {
     return {text.data(), end};
 }
 
-template <class Number>
-static Number NumberAt(const std::uint8_t* pBytes) {
-    Number number = 0;
-    std::memcpy(&number, pBytes, sizeof(Number));
-    return number;
-}
-
 /// One element, but for bytes, which may need several lines.
 static std::string ValueText(const FIELD& field, const std::uint8_t* pBytes) {
     switch (field.kind) {

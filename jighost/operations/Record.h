@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <ostream>
 #include <span>
 #include <string>
@@ -79,6 +80,14 @@ std::string RecordText(std::span<const std::uint8_t> bytes);
 
 /// A field's name with the indices that it has, such as "Data[0..127]".
 std::string IndexedName(const FIELD& field);
+
+/// A number of a record, at whatever address.
+template <class Number>
+Number NumberAt(const std::uint8_t* pBytes) {
+    Number number = 0;
+    std::memcpy(&number, pBytes, sizeof(Number));
+    return number;
+}
 
 /// The names of all fields, such as "Data[0..127], Address, Count".
 std::string FieldNames(const RECORD& record);

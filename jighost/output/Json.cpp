@@ -1,16 +1,7 @@
 // Records as JSON, and the form of all documents.
 #include "jighost/output/Json.h"
 
-#include <cstring>
-
 #include "trace/Hex.h"
-
-template <class Number>
-static Number NumberAt(const std::uint8_t* pBytes) {
-    Number number = 0;
-    std::memcpy(&number, pBytes, sizeof(Number));
-    return number;
-}
 
 static Json ElementJson(const FIELD& field, const std::uint8_t* pBytes) {
     switch (field.kind) {

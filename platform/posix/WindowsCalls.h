@@ -122,8 +122,8 @@ constexpr int _S_IWRITE = 0x80;
 constexpr int _S_IREAD = 0x100;
 
 /// Opens a file, backslashes in the path allowed, and gives its number for _write and _close alone,
-/// or -1 and an error number. Text and binary are the same here: a line ends in LF. A new file is writable if
-/// `permission` holds _S_IWRITE. No sharing is ever denied.
+/// or -1 and an error number. Text and binary are the same here: a line ends in LF. A new file
+/// is writable if `permission` holds _S_IWRITE. No sharing is ever denied.
 errno_t _sopen_s(int* pnFile, const char* pszPath, int openFlags, int sharing, int permission);
 
 /// Writes at most `count` bytes in one call; gives their number or -1. A pipe that nobody reads and

@@ -48,7 +48,7 @@ TEST_F(AdjustmentTest, FailureLeavesTheHostsValueAsItWas) {
           "GetBpVersion", "GetEepromVersion", "GetDLResonantFrequency"}) {
         SimulatedBody::Bytes record(8, 0x5A);
         SimulatedBody::FailCall(1, {.moment = SimulatedBody::MOMENT::AFTER});
-        EXPECT_EQ(Run(name, record.data()), 0x2001);
+        EXPECT_EQ(Run(name, record.data()), LINK_FAILURE);
         EXPECT_EQ(record, SimulatedBody::Bytes(8, 0x5A)) << name;
     }
 }

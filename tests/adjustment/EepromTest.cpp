@@ -6,7 +6,6 @@ namespace {
 
 const char POWER_OFF[] = "Execute DisablePowerSave 0";
 const char POWER_ON[] = "Execute EnablePowerSave 0";
-const std::int32_t LINK_FAILURE = 0x2001;
 
 // --- A-board EEPROM ---
 

@@ -6,9 +6,6 @@
 
 namespace {
 
-const std::int32_t LINK_FAILURE = 0x2001;
-const std::string LINK_MESSAGE = "[EVNT] Link failure";
-
 using ClockTest = ModuleTest;
 
 // --- Settings of 4 bytes ---

@@ -50,7 +50,7 @@ struct FAULT_KIND {
 };
 
 const FAULT_KIND FAULT_KINDS[] = {
-    {FAULT::CAMERA_EXCEPTION, 0x2001, "[ERR!] - [EVNT] Link failure\n"},
+    {FAULT::CAMERA_EXCEPTION, LINK_FAILURE, "[ERR!] - [EVNT] Link failure\n"},
     {FAULT::STANDARD_EXCEPTION, 33, "[ERR!] UnExpected Exception\n"},
     {FAULT::INTEGER, 33, "[ERR!] UnExpected Exception\n"},
 };
@@ -206,14 +206,14 @@ TEST_F(FaultTest, EepromWordsAheadOfAFailureStayDone) {
     data.Count = 3;
     SimulatedBody::Eeprom()[10] = 0x1234;
     SimulatedBody::FailCall(3);  // DisablePowerSave, word 10, word 11
-    EXPECT_EQ(Run("GetABoardEepromData", &data), 0x2001);
+    EXPECT_EQ(Run("GetABoardEepromData", &data), LINK_FAILURE);
     EXPECT_EQ(data.Data[10], 0x1234U);
     EXPECT_EQ(data.Data[11], 0U);
 
     data.Data[10] = data.Data[11] = 0x5678;
     const std::uint16_t before = SimulatedBody::Eeprom()[11];
     SimulatedBody::FailCall(1 + 2 * 4);
-    EXPECT_EQ(Run("SetABoardEepromData", &data), 0x2001);
+    EXPECT_EQ(Run("SetABoardEepromData", &data), LINK_FAILURE);
     EXPECT_EQ(SimulatedBody::Eeprom()[10], 0x5678);
     EXPECT_EQ(SimulatedBody::Eeprom()[11], before);
 }

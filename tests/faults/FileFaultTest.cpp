@@ -16,7 +16,6 @@
 
 namespace {
 
-const char LOG_FILE[] = "JigDll.log";
 const char PIPE[] = "pipe";
 
 /// Counts a signal that reaches this process, as a host would that handles it.

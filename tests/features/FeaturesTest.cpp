@@ -7,8 +7,6 @@ namespace {
 
 class FeaturesTest : public ModuleTest {};
 
-const std::int32_t LINK_CODE = SimulatedBody::FAILURE().code;
-
 TEST_F(FeaturesTest, SwitchesAndSavesMakeOneCall) {
     SimulatedBody::ScriptEvent("dl_ExecJustNow", {3});  // nobody looks at the word
     for (const auto& [name, call] : {
@@ -42,7 +40,7 @@ TEST_F(FeaturesTest, OnlySaveGuidanceHoldsAPropertyObject) {
           "SaveTouchSensor"}) {
         EXPECT_EQ(Run(name), 0) << name;
     }
-    EXPECT_EQ(Run("SaveGuidance"), LINK_CODE);
+    EXPECT_EQ(Run("SaveGuidance"), LINK_FAILURE);
     EXPECT_THAT(Calls(), IsEmpty());
 }
 
@@ -94,11 +92,11 @@ TEST_F(FeaturesTest, AFailedReadStopsTheWriteBehindIt) {
         EXPECT_THAT(Calls(), ElementsAre("Get " + id, "Set " + id + sent));
         EXPECT_EQ(Log(), Frame(name, 0));
         SimulatedBody::FailCall(1);
-        EXPECT_EQ(Run(name, &unWord), LINK_CODE);
+        EXPECT_EQ(Run(name, &unWord), LINK_FAILURE);
         EXPECT_THAT(Calls(), ElementsAre("Get " + id + " failed"));
     }
     SimulatedBody::FailCall(1);
-    EXPECT_EQ(Run("DisableAF"), LINK_CODE);
+    EXPECT_EQ(Run("DisableAF"), LINK_FAILURE);
     EXPECT_THAT(Calls(), ElementsAre("Get 0x80010007 84 failed"));
 }
 
@@ -109,7 +107,7 @@ TEST_F(FeaturesTest, NoiseReductionFillsTheWordOrLeavesIt) {
         std::uint32_t unWord = 1;
         SimulatedBody::SetProperty(id, BytesOf(0xFEDCBA98U));
         SimulatedBody::FailCall(1, {.moment = SimulatedBody::MOMENT::AFTER});
-        EXPECT_EQ(Run(name, &unWord), LINK_CODE);
+        EXPECT_EQ(Run(name, &unWord), LINK_FAILURE);
         EXPECT_EQ(unWord, 1U);
         EXPECT_EQ(Run(name, &unWord), 0);
         EXPECT_EQ(unWord, 0xFEDCBA98U);

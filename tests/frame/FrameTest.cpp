@@ -121,10 +121,10 @@ TEST_F(FrameTest, FramelessRoutinePassesItsFailureOn) {
 TEST_F(FrameTest, FailedRegistrationKeepsWhatWasRegistered) {
     SimulatedBody::FailLinePrefix(3);
     ClearLog();
-    EXPECT_EQ(Module().Register(), 0x2001);
+    EXPECT_EQ(Module().Register(), LINK_FAILURE);
     ASSERT_FALSE(Module().registered.empty());
     EXPECT_EQ(Module().registered.back().name, "LoadPropertyData");
-    EXPECT_EQ(Log(), FailedFrame("RegisterEventProcList", 0x2001, "[EVNT] Link failure"));
+    EXPECT_EQ(Log(), FailedFrame("RegisterEventProcList", LINK_FAILURE, LINK_MESSAGE));
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 
 namespace {
 
-const char LOG_FILE[] = "JigDll.log";
 const std::size_t LOG_BUFFER = 2'048'000;
 
 class LogTest : public ModuleTest {
@@ -47,8 +46,8 @@ TEST_F(LogTest, TextWaitsInItsStreamForItsOwnFlush) {
     std::vector<EVENT_PROC_T*> table(HASH_BUCKETS);
     // GetHash writes its first opening line and fails at the second, before its flush.
     SimulatedBody::FailLinePrefix(4);
-    EXPECT_EQ(Module().pGetEventProcList(table.data()), 0x2001);
-    EXPECT_EQ(Log(), FailedFrame("GetEventProcList", 0x2001, "[EVNT] Link failure"));
+    EXPECT_EQ(Module().pGetEventProcList(table.data()), LINK_FAILURE);
+    EXPECT_EQ(Log(), FailedFrame("GetEventProcList", LINK_FAILURE, LINK_MESSAGE));
 
     ClearLog();
     EXPECT_EQ(Module().pGetEventProcList(table.data()), 0);
@@ -116,7 +115,7 @@ TEST_F(LogTest, NumbersAreFreeOfTheHostsDigitGrouping) {
 
 TEST_F(LogTest, TextThatFillsAStreamIsCutAheadOfTheClosingLine) {
     SimulatedBody::FailCall(1, {.message = std::string(2 * LOG_BUFFER, 'x')});
-    EXPECT_EQ(Run("SaveBodyID"), 0x2001);
+    EXPECT_EQ(Run("SaveBodyID"), LINK_FAILURE);
     const std::string opening = "> [----]\n> [FUNC] SaveBodyID\n";
     EXPECT_TRUE(Log().starts_with(opening + "> [ERR!] - xxx"));
     EXPECT_TRUE(Log().ends_with("xxx\n> [FUNC] SaveBodyID - 8193\n"));

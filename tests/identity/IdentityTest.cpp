@@ -5,11 +5,9 @@ namespace {
 
 using SimulatedBody::Bytes;
 
-const std::int32_t LINK_FAILURE = 0x2001;
-
 /// The frame of an operation that its one call of the link fails.
 std::string LinkFailure(const std::string& logName) {
-    return FailedFrame(logName, LINK_FAILURE, "[EVNT] Link failure");
+    return FailedFrame(logName, LINK_FAILURE, LINK_MESSAGE);
 }
 
 /// The frame of an operation around that of a nested one that the link fails.

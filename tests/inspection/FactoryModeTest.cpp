@@ -53,19 +53,19 @@ TEST_F(FactoryModeTest, FailuresEndWhereTheyHappen) {
 
     std::int32_t nState = 12345;
     SimulatedBody::FailCall(1);
-    EXPECT_EQ(Run("GetFactoryModeState", &nState), 0x2001);
+    EXPECT_EQ(Run("GetFactoryModeState", &nState), LINK_FAILURE);
     EXPECT_EQ(nState, 12345);
-    EXPECT_EQ(Log(), FailedFrame("GetFactoryModeState", 0x2001, "[EVNT] Link failure"));
+    EXPECT_EQ(Log(), FailedFrame("GetFactoryModeState", LINK_FAILURE, LINK_MESSAGE));
 
     SimulatedBody::FailCall(1);
-    EXPECT_EQ(Run("EnterFactoryMode"), 0x2001);
+    EXPECT_EQ(Run("EnterFactoryMode"), LINK_FAILURE);
     EXPECT_THAT(Calls(), ElementsAre("Set 0x1000000 4: 00 00 00 00 failed"));
 }
 
 TEST_F(FactoryModeTest, FailedSaveLeavesTheValueUnsaved) {
     SimulatedBody::SetProperty(PROP_TUNING_FLAG, {0xFF, 0xFF, 0xFF, 0xFF});
     SimulatedBody::FailCall(2);
-    EXPECT_EQ(Run("EnterFactoryMode"), 0x2001);
+    EXPECT_EQ(Run("EnterFactoryMode"), LINK_FAILURE);
     EXPECT_EQ(Hex(SimulatedBody::WorkingValue(PROP_TUNING_FLAG)), "00 00 00 00");
     EXPECT_EQ(Hex(SimulatedBody::SavedValue(PROP_TUNING_FLAG)), "ff ff ff ff");
 }

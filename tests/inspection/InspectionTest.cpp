@@ -8,9 +8,6 @@ namespace {
 
 class InspectionTest : public ModuleTest {};
 
-const std::int32_t LINK_CODE = SimulatedBody::FAILURE().code;
-const std::string LINK_MESSAGE = SimulatedBody::FAILURE().message;
-
 struct EVENT_CASE {
     const char* name;
     std::string event;
@@ -183,7 +180,7 @@ TEST_F(InspectionTest, LensExchangeIsFinishedBeforeTheVerdict) {
     }
     for (std::uint32_t n = 1; n <= 8; ++n) {
         SimulatedBody::FailCall(n);
-        EXPECT_EQ(Run(name), LINK_CODE);
+        EXPECT_EQ(Run(name), LINK_FAILURE);
         EXPECT_EQ(SimulatedBody::CallCount(), n);
     }
 }
@@ -197,10 +194,10 @@ TEST_F(InspectionTest, StorageMediaFillsWhatItCouldRead) {
     EXPECT_THAT(Calls(), ElementsAre("Get 0x8000001D 4", "Get 0x8000001E 4"));
     EXPECT_EQ(Log(), Frame(name, 0, "[VALU] CARD Slot1 : -5\n[VALU] CARD Slot2 : 6\n"));
     SimulatedBody::FailCall(2);
-    EXPECT_EQ(Run(name, &media[1]), LINK_CODE);
-    EXPECT_EQ(Log(), FailedFrame(name, LINK_CODE, LINK_MESSAGE, "[VALU] CARD Slot1 : -5\n"));
+    EXPECT_EQ(Run(name, &media[1]), LINK_FAILURE);
+    EXPECT_EQ(Log(), FailedFrame(name, LINK_FAILURE, LINK_MESSAGE, "[VALU] CARD Slot1 : -5\n"));
     SimulatedBody::FailCall(1);
-    EXPECT_EQ(Run(name, &media[2]), LINK_CODE);
+    EXPECT_EQ(Run(name, &media[2]), LINK_FAILURE);
     EXPECT_EQ(
         Hex(BytesOf(media)),
         "fb ff ff ff 06 00 00 00 fb ff ff ff 00 00 00 00 00 00 00 00 00 00 00 00");

@@ -92,7 +92,7 @@ TEST_F(SharedMemoryTest, ContentEndsWithTheLastHolder) {
 TEST_F(SharedMemoryTest, OperationAloneLeavesNothing) {
     EXPECT_EQ(Run("SetBodyID", &m_BodyID), 0);
     SimulatedBody::FailCall(1);
-    EXPECT_EQ(Run("GetBodyID", &m_BodyID), 0x2001);
+    EXPECT_EQ(Run("GetBodyID", &m_BodyID), LINK_FAILURE);
     BlockHolder holder;
     EXPECT_EQ(holder.Open("BODYID", 8), "created");
     EXPECT_EQ(holder.Read(), ZEROS);

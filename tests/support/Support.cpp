@@ -19,8 +19,6 @@
 
 namespace {
 
-const char LOG_FILE[] = "JigDll.log";
-
 std::filesystem::path s_BuildFolder;
 
 /// The callback takes no context, so that it finds its list here.

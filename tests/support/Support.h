@@ -108,6 +108,9 @@ class ModuleTest : public testing::Test {
     std::size_t m_LogStart = 0;
 };
 
+/// In the current directory.
+inline const char* const LOG_FILE = "JigDll.log";
+
 /// The folder of all build products, with the module's and other programs' file names in it.
 const std::filesystem::path& BuildFolder();
 
@@ -139,6 +142,10 @@ std::string Frame(const std::string& logName, std::int32_t result, const std::st
 std::string FailedFrame(
     const std::string& logName, std::int32_t result, const std::string& message,
     const std::string& work = "");
+
+/// What a call throws that a test lets fail, and its error line without the prefix.
+const std::int32_t LINK_FAILURE = 0x2001;
+inline const std::string LINK_MESSAGE = "[EVNT] Link failure";
 
 /// The error line of something that is no CException.
 inline const std::string UNEXPECTED = "> [ERR!] UnExpected Exception\n";

@@ -27,8 +27,6 @@ class JighostDumpTest : public testing::Test {
     FreshFolder m_Folder;
 };
 
-}  // namespace
-
 TEST_F(JighostDumpTest, FreshDumpIsAsItShouldBe) {
     EXPECT_EQ(RunJighost({"verify", "a", "--body", "body.yaml"}).exitCode, 0);
     const JIGHOST_RUN diff = RunJighost({"diff", "a", "b"});
@@ -146,3 +144,5 @@ TEST(JighostDoctorTest, ModuleThatDoesHarmIsToldAndEndsNobodyElse) {
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_THAT(run.errors, HasSubstr("64-bit ELF library, cut off ahead of its end"));
 }
+
+}  // namespace

@@ -1,11 +1,11 @@
-"""What the check of the layers and the includes finds in small trees, and what it lets pass."""
+"""What the checks of this folder find in small trees, and what they let pass."""
 import subprocess
 import sys
 import tempfile
 import unittest
 from pathlib import Path
 
-from includes import include_graph, with_includers
+from units import touched_units
 
 RULES = """
 [stands_on]
@@ -95,10 +95,17 @@ class LayersTest(unittest.TestCase):
             self.assertEqual(code, 1)
             self.assertEqual(lines[0][:len(expected)], expected)
 
-    def test_follows_a_changed_header_to_all_that_include_it(self):
-        self.assertEqual(
-            with_includers(include_graph(GOOD), {"base/Deep.h"}),
-            {"base/Deep.h", "base/Base.h", "red/One.h", "red/One.cpp", "top/Top.cpp"})
+
+class UnitsTest(unittest.TestCase):
+    def test_follows_a_change_to_all_that_it_can_touch(self):
+        units = {"batch": {"top/Top.cpp", "blue/Other.cpp"}, "single": {"beside/Beside.cpp"}}
+        for changed, touched in [
+                ({"base/Deep.h"}, ["batch"]),  # by Base.h and One.h
+                ({"beside/Beside.cpp", "red/Open.h"}, ["single"]),
+                ({"README.md"}, []),
+                ({"base/CMakeLists.txt"}, ["batch", "single"]),
+                ({"red/.clang-tidy"}, ["batch", "single"])]:
+            self.assertEqual(touched_units(units, GOOD, changed), touched)
 
 
 if __name__ == "__main__":

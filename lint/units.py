@@ -1,0 +1,51 @@
+"""Prints what clang-tidy has to look at: each file that a build compiles, or those alone that what
+has changed since a base can touch. Usage: units.py BUILD [BASE]"""
+import json
+import subprocess
+import sys
+from pathlib import Path
+
+from includes import include_graph, includes_of, read_tree, with_includers
+
+# A change of one of these touches all.
+RULES = (".clang-tidy", "CMakeLists.txt", "CMakePresets.json", "dev", ".cmake", ".py")
+
+
+def compiled_units(build):
+    """The files of the tree in each file that the build compiles; some it writes itself."""
+    units = {}
+    for command in json.loads(Path(build, "compile_commands.json").read_text("utf-8")):
+        file = Path(command["file"])
+        inside = [file]
+        if file.is_relative_to(Path(build).resolve()):
+            inside = [Path(name) for _, _, name in includes_of(file.read_text("utf-8"))]
+        units[str(file)] = {str(path.relative_to(Path.cwd())) for path in inside}
+    return units
+
+
+def touched_units(units, tree, changed):
+    """The units that a change of these files touches."""
+    if any(path.endswith(RULES) for path in changed):
+        return list(units)
+    touched = with_includers(include_graph(tree), changed)
+    return [unit for unit, inside in units.items() if inside & touched]
+
+
+def changed_since(base):
+    """Files that differ from where the base was left, and new ones that git does not know yet."""
+    def lines(*command):
+        run = subprocess.run(["git", *command], check=True, capture_output=True, text=True)
+        return run.stdout.splitlines()
+    return {*lines("diff", "--name-only", "--no-renames", "--merge-base", base),
+            *lines("ls-files", "--others", "--exclude-standard")}
+
+
+def main(build, base=None):
+    units = compiled_units(build)
+    found = touched_units(units, read_tree(), changed_since(base)) if base else list(units)
+    # The largest, which the build compiles last, go first, so that no processor waits for them.
+    print("".join(unit + "\n" for unit in reversed(found)), end="")
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])
