@@ -25,6 +25,12 @@ static void Collect(
     s_Operations[name] = procedure;
 }
 
+static std::int32_t RegisterOperations(HMODULE module) {
+    const auto registerAll = reinterpret_cast<std::int32_t (*)(EVENT_PROC_REGISTER_FUNC)>(
+        GetProcAddress(module, "RegisterEventProcList"));
+    return registerAll(Collect);
+}
+
 /// The log's text since the last call.
 static std::string TakeLog() {
     std::ifstream log("JigDll.log", std::ios::binary);
@@ -60,9 +66,8 @@ static void RunWithEachFailure(
 std::string Transcript(const std::filesystem::path& module, SECOND_LINK& link) {
     link = {};
     HMODULE library = LoadLibraryA(module.string().c_str());
-    const auto registerAll = reinterpret_cast<std::int32_t (*)(EVENT_PROC_REGISTER_FUNC)>(
-        GetProcAddress(library, "RegisterEventProcList"));
-    std::string transcript = std::to_string(registerAll(Collect)) + '\n' + link.notes + TakeLog();
+    std::string transcript =
+        std::to_string(RegisterOperations(library)) + '\n' + link.notes + TakeLog();
     link.notes.clear();
     for (const OPERATION_INFO* pOperation : AllOperations()) {
         RunOnce(*pOperation, link, transcript);
