@@ -40,8 +40,8 @@ FolderBlock::FolderBlock()
           "SHARED_NAME_FOLDER")),
       m_pView(
           m_Mapping == nullptr ? nullptr : MapViewOfFile(m_Mapping, FILE_MAP_ALL_ACCESS, 0, 0, 0)),
-      m_Mutex(CreateMutexA(nullptr, FALSE, "MUTEX_NAME_FOLDER")) {
-    if (m_pView == nullptr || m_Mutex == nullptr) {
+      m_Mutex(m_pView == nullptr ? nullptr : CreateMutexA(nullptr, FALSE, "MUTEX_NAME_FOLDER")) {
+    if (m_Mutex == nullptr) {
         const DWORD error = GetLastError();
         Release();
         throw HostError(

@@ -20,7 +20,9 @@ static HMODULE Load(const char* pszPath, int binding) {
         return nullptr;
     }
     HMODULE library = dlopen(szNative, RTLD_NOW | RTLD_LOCAL | binding);
-    SetLastError(library != nullptr ? ERROR_SUCCESS : ERROR_MOD_NOT_FOUND);
+    if (library == nullptr) {
+        SetLastError(ERROR_MOD_NOT_FOUND);
+    }
     return library;
 }
 
@@ -52,7 +54,9 @@ FARPROC GetProcAddress(HMODULE library, const char* pszName) {
     const char* pszAt = std::strchr(pszName, '@');
     void* pAddress =
         pszAt != nullptr ? FindVersioned(library, pszName, pszAt) : dlsym(library, pszName);
-    SetLastError(pAddress != nullptr ? ERROR_SUCCESS : ERROR_PROC_NOT_FOUND);
+    if (pAddress == nullptr) {
+        SetLastError(ERROR_PROC_NOT_FOUND);
+    }
     return reinterpret_cast<FARPROC>(pAddress);
 }
 

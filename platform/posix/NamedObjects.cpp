@@ -43,6 +43,8 @@ constexpr int SEGMENT_RADIX = 32768;  // a semaphore's highest value and one
 constexpr int OWN_ACCESS = 0600;
 
 struct NamedObject {
+    // A child that was forked has the handle's memory as well, and is no holder.
+    pid_t process = -1;
     int nSet = -1;
     // Of a block: the segment and the attachment that keeps it from going.
     int nSegment = -1;
@@ -80,8 +82,11 @@ DWORD ErrorCode(int error) {
     }
 }
 
+/// Leaves the code of an earlier failure where there is no new one.
 BOOL Succeed(bool bDone) {
-    SetLastError(bDone ? ERROR_SUCCESS : ErrorCode(errno));
+    if (!bDone) {
+        SetLastError(ErrorCode(errno));
+    }
     return bDone ? TRUE : FALSE;
 }
 
@@ -213,22 +218,30 @@ void* Attach(int nSegment) {
     return pMemory != reinterpret_cast<void*>(-1) ? pMemory : nullptr;
 }
 
+bool IsOwnSegment(int nSegment) {
+    shmid_ds info{};
+    return shmctl(nSegment, IPC_STAT, &info) == 0 && CheckOwn(info.shm_perm);
+}
+
 bool AttachSegment(NamedObject& block) {
     block.nSegment = LoadSegmentID(block.nSet);
-    shmid_ds info{};
-    if (shmctl(block.nSegment, IPC_STAT, &info) != 0 || !CheckOwn(info.shm_perm)) {
+    if (!IsOwnSegment(block.nSegment)) {
         return false;
     }
     block.pMemory = Attach(block.nSegment);
     return block.pMemory != nullptr;
 }
 
-bool CreateSegment(NamedObject& block, key_t key, DWORD size) {
-    // A creator killed right here leaves its segment at the key, for the next one to remove.
+/// Of a creator that was killed before its segment had lost its key.
+void RemoveStaleSegment(key_t key) {
     const int nStale = shmget(key, 0, 0);
-    if (nStale >= 0) {
+    if (nStale >= 0 && IsOwnSegment(nStale)) {
         shmctl(nStale, IPC_RMID, nullptr);
     }
+}
+
+bool CreateSegment(NamedObject& block, key_t key, DWORD size) {
+    RemoveStaleSegment(key);
     block.nSegment = shmget(key, size, IPC_CREAT | IPC_EXCL | OWN_ACCESS);
     if (block.nSegment < 0) {
         return false;
@@ -268,7 +281,7 @@ HANDLE OpenObject(key_t key, ObjectKind kind, const Build& build) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
-    *object = NamedObject{};
+    *object = NamedObject{.process = getpid()};
     object->nSet = EnterObject(key);
     if (object->nSet < 0) {
         Succeed(false);
@@ -287,12 +300,14 @@ HANDLE OpenObject(key_t key, ObjectKind kind, const Build& build) {
     return nullptr;
 }
 
-/// The object behind a handle; null and the error code set if there is none.
+/// The object behind a handle; null and the error code set if this process has none there.
 NamedObject* ObjectOf(HANDLE handle) {
-    if (handle == nullptr) {
+    auto* pObject = static_cast<NamedObject*>(handle);
+    if (pObject == nullptr || pObject->process != getpid()) {
         SetLastError(ERROR_INVALID_HANDLE);
+        return nullptr;
     }
-    return static_cast<NamedObject*>(handle);
+    return pObject;
 }
 
 }  // namespace

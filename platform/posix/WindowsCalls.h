@@ -53,11 +53,16 @@ BOOL FreeLibrary(HMODULE library);
 // --- Named blocks and mutexes (NamedObjects.cpp) ---
 //
 // A named object lives exactly as long as any process holds it: a process that dies, also by
-// SIGKILL, lets go of what it holds at that instant. It is its user's own: other users neither see
-// it nor can take its place. Nothing of it ever stands in the file system. Handles are not
-// inherited by child processes. Behind killed holders a name's counters may stay in the kernel, all
-// zero, until the next one to use the name has closed it; a block's content goes with its last
-// holder.
+// SIGKILL, lets go of what it holds at that instant. It is its user's own: nobody else can open it,
+// but while it does not live another user can take its place in the kernel, and it then does not
+// open: ERROR_ACCESS_DENIED. Nothing of it ever stands in the file system.
+//
+// A handle belongs to the process that opened it. A child has none of it: in one that was forked
+// each call with it fails with ERROR_INVALID_HANDLE.
+//
+// A block's content goes with its last holder. Behind killed holders a name's counters may stay in
+// the kernel, all zero, and behind a creator that was killed on the way a block of zeros that
+// nobody holds, until the next one to use the name has closed it.
 
 constexpr DWORD ERROR_SUCCESS = 0;
 constexpr DWORD ERROR_ACCESS_DENIED = 5;
@@ -75,7 +80,8 @@ constexpr DWORD INFINITE = 0xFFFFFFFF;
 constexpr DWORD WAIT_OBJECT_0 = 0;
 constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
 
-/// The calling thread's code of the last call of this family or that of the libraries.
+/// The calling thread's code of the last call of this family or that of the libraries that failed
+/// or that opened a block or a mutex: other calls that succeed leave it.
 DWORD GetLastError();
 void SetLastError(DWORD code);
 
@@ -122,8 +128,8 @@ constexpr int _S_IWRITE = 0x80;
 constexpr int _S_IREAD = 0x100;
 
 /// Opens a file, backslashes in the path allowed, and gives its number for _write and _close alone,
-/// or -1 and an error number. Text and binary are the same here: a line ends in LF. A new file
-/// is writable if `permission` holds _S_IWRITE. No sharing is ever denied.
+/// or -1 and an error number. Text and binary are the same here: a line ends in LF. A new file is
+/// writable if `permission` holds _S_IWRITE. No sharing is ever denied.
 errno_t _sopen_s(int* pnFile, const char* pszPath, int openFlags, int sharing, int permission);
 
 /// Writes at most `count` bytes in one call; gives their number or -1. A pipe that nobody reads and

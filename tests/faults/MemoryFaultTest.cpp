@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <fstream>
 
+#include "link/SharedMemory.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportProcess.h"
 
@@ -44,6 +45,22 @@ TEST_F(MemoryFaultTest, CameraLogBeyondTheMemoryIsRefused) {
     EXPECT_EQ(Run("GetCameraLog"), 5);
     EXPECT_THAT(Log(), HasLine("> [ERR!] - [VALU] pbyData"));
     EXPECT_EQ(Calls().back(), "ExecuteAndGetSize FA_GetCameraLogStart");
+}
+
+TEST_F(MemoryFaultTest, BlockThatCannotBeMappedKeepsItsErrorCode) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizers' own memory has terabytes of addresses";
+#endif
+    const auto size = static_cast<std::uint32_t>(64 * MEBIBYTE);
+    CSharedMemory block;
+    {
+        // Room for the block once: its creator has it attached already when it maps it.
+        const Limit addresses(RLIMIT_AS, MEMORY().addresses + size + size / 2);
+        EXPECT_EQ(block.MallocSharedMemory(size, "SHARED_NAME_TEST", "MUTEX_NAME_TEST"), 0);
+    }
+    EXPECT_EQ(GetLastError(), ERROR_NOT_ENOUGH_MEMORY);
+    EXPECT_STREQ(FailedSharedMemoryCall(), "MapViewOfFile");
+    EXPECT_EQ(block.GethSharedMemory(), nullptr);
 }
 
 }  // namespace

@@ -1,15 +1,22 @@
 // Other processes are killed at any moment of using a block, or use it at the same time.
+#include <sys/shm.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <chrono>
 #include <cstring>
 #include <deque>
 #include <fstream>
 #include <iostream>
+#include <optional>
 #include <random>
+#include <set>
 
 #include "link/SharedMemory.h"
 #include "tests/support/Driver.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportBlocks.h"
+#include "tests/support/SupportProcess.h"
 
 namespace {
 
@@ -64,8 +71,7 @@ class ProcessFaultTest : public ModuleTest {
         return count;
     }
 
-    /// A name of this run's own: other runs may be at work on this machine.
-    const std::string m_Name = Folder().filename().string();
+    const std::string m_Name = "TEST";
     std::minstd_rand m_Random{20};
 };
 
@@ -107,6 +113,103 @@ TEST_F(ProcessFaultTest, OneOfSeveralHoldersIsKilled) {
     }
     EXPECT_FALSE(IsBlockHeld(m_Name));
     EXPECT_EQ(SegmentCount(), 0U);
+}
+
+/// A block and its mutex, taken, with 'x' as its first byte.
+struct HELD {
+    explicit HELD(const std::string& name) {
+        hBlock = CreateFileMappingA(
+            INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, 1, ("SHARED_NAME_" + name).c_str());
+        pView = static_cast<char*>(MapViewOfFile(hBlock, FILE_MAP_ALL_ACCESS, 0, 0, 0));
+        hMutex = CreateMutexA(nullptr, FALSE, ("MUTEX_NAME_" + name).c_str());
+        EXPECT_EQ(WaitForSingleObject(hMutex, INFINITE), WAIT_OBJECT_0);
+        *pView = 'x';
+    }
+
+    /// Whether each call with these handles is refused, so that none has an effect.
+    bool IsRefused() const {
+        return CloseHandle(hBlock) == FALSE && GetLastError() == ERROR_INVALID_HANDLE &&
+               MapViewOfFile(hBlock, FILE_MAP_ALL_ACCESS, 0, 0, 0) == nullptr &&
+               ReleaseMutex(hMutex) == FALSE && GetLastError() == ERROR_INVALID_HANDLE &&
+               WaitForSingleObject(hMutex, INFINITE) == WAIT_FAILED && CloseHandle(hMutex) == FALSE;
+    }
+
+    HANDLE hBlock;
+    char* pView;
+    HANDLE hMutex;
+};
+
+TEST_F(ProcessFaultTest, ForkedChildTakesNothingFromItsParent) {
+    const HELD held(m_Name);
+    const pid_t child = fork();
+    if (child == 0) {
+        const bool bRefused = held.IsRefused();
+        UnmapViewOfFile(held.pView);
+        _exit(bRefused ? 0 : 1);
+    }
+    int status = -1;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+    BlockHolder other;
+    EXPECT_EQ(other.Open(m_Name, 1), "existing");
+    EXPECT_EQ(other.Read(), "78");
+    EXPECT_NE(ReleaseMutex(held.hMutex), FALSE) << "it was still taken";
+    EXPECT_EQ(other.Do("lock"), "locked");
+    UnmapViewOfFile(held.pView);
+    EXPECT_NE(CloseHandle(held.hBlock), FALSE);
+    EXPECT_NE(CloseHandle(held.hMutex), FALSE);
+}
+
+/// The keys of all sets of semaphores that the system has. The key is the first column.
+std::set<key_t> Keys() {
+    std::ifstream table("/proc/sysvipc/sem");
+    std::set<key_t> keys;
+    std::string line;
+    for (std::getline(table, line); std::getline(table, line);) {
+        keys.insert(static_cast<key_t>(std::stol(line)));
+    }
+    return keys;
+}
+
+HANDLE OpenLoneBlock() {
+    return CreateFileMappingA(
+        INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, 1, "SHARED_NAME_LONE");
+}
+
+/// The key of its set, and of its segment until that has lost it.
+key_t KeyOfLoneBlock() {
+    const std::set<key_t> before = Keys();
+    const HANDLE hBlock = OpenLoneBlock();
+    std::set<key_t> after = Keys();
+    CloseHandle(hBlock);
+    std::erase_if(after, [&](key_t key) { return before.contains(key); });
+    EXPECT_EQ(after.size(), 1U);
+    return after.empty() ? 0 : *after.begin();
+}
+
+TEST_F(ProcessFaultTest, ForeignSegmentInABlocksPlaceStays) {
+    const key_t key = KeyOfLoneBlock();
+    const auto expectToStay = [key](int nForeign) {
+        ASSERT_GE(nForeign, 0);
+        EXPECT_EQ(OpenLoneBlock(), nullptr);
+        EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
+        EXPECT_EQ(shmget(key, 0, 0), nForeign);
+        EXPECT_EQ(shmctl(nForeign, IPC_RMID, nullptr), 0);
+    };
+    expectToStay(shmget(key, 100, IPC_CREAT | IPC_EXCL | 0666));
+    if (geteuid() == 0) {
+        std::optional<OrdinaryUser> other(std::in_place);
+        const int nForeign = shmget(key, 100, IPC_CREAT | IPC_EXCL | 0600);
+        other.reset();
+        expectToStay(nForeign);
+    }
+}
+
+TEST_F(ProcessFaultTest, SegmentOfACreatorKilledOnTheWayIsReplaced) {
+    ASSERT_GE(shmget(KeyOfLoneBlock(), 100, IPC_CREAT | IPC_EXCL | 0600), 0);
+    const HANDLE hBlock = OpenLoneBlock();
+    EXPECT_EQ(GetLastError(), ERROR_SUCCESS);
+    EXPECT_NE(CloseHandle(hBlock), FALSE);
 }
 
 TEST_F(ProcessFaultTest, ReaderSeesNoTornContent) {
