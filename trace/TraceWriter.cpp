@@ -32,18 +32,26 @@ static void AddFailure(JsonLine& line, const std::optional<FAILURE>& failure) {
     line.AddObject("failure", fields);
 }
 
+[[noreturn]] static void Refuse(const std::string& path, int error) {
+    throw TraceError(
+        "can't write the trace " + path + ": " + std::generic_category().message(error));
+}
+
 TraceWriter::TraceWriter(const std::string& path) : m_Path(path) {
     const errno_t error = _sopen_s(
         &m_nFile, path.c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _SH_DENYNO,
         _S_IREAD | _S_IWRITE);
     if (error != 0) {
-        throw TraceError(
-            "can't write the trace " + path + ": " + std::generic_category().message(error));
+        Refuse(path, error);
     }
     JsonLine line;
     line.Add("format", std::int64_t{TRACE_FORMAT});
     line.Add("content", TRACE_CONTENT);
     WriteLine(line.Text());
+    if (m_nError != 0) {
+        _close(m_nFile);
+        Refuse(path, m_nError);
+    }
 }
 
 TraceWriter::~TraceWriter() {

@@ -14,7 +14,7 @@ class TraceWriter {
   public:
     using Milliseconds = std::chrono::duration<double, std::milli>;
 
-    /// Makes the file anew. Throws TraceError if there can be no such file.
+    /// Makes the file anew. Throws TraceError if there can be no such file, or if it takes nothing.
     explicit TraceWriter(const std::string& path);
     TraceWriter(const TraceWriter&) = delete;
     TraceWriter& operator=(const TraceWriter&) = delete;

@@ -52,6 +52,12 @@ void AddSessionOptions(Command& command, HOST& host) {
     AddFaultOption(command, host);
 }
 
+void AddTakeFolderOption(Command& command, HOST& host) {
+    command.AddFlag(
+        "--take-folder", host.session.bTakeFolder,
+        "Replaces the folder of another process that holds SHARED_NAME_FOLDER, for this run");
+}
+
 void AddJsonOption(Command& command, HOST& host) {
     command.AddFlag("--json", host.bJson, "Gives the data as JSON");
 }

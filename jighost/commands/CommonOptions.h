@@ -12,5 +12,8 @@ void AddLinkOption(Command& command, HOST& host);
 /// All that a Session is set up by, for a command that runs operations; --module among it.
 void AddSessionOptions(Command& command, HOST& host);
 
+/// --take-folder, for a command that has dumps go to a folder of its own.
+void AddTakeFolderOption(Command& command, HOST& host);
+
 /// --json, for a command whose output is data.
 void AddJsonOption(Command& command, HOST& host);

@@ -8,13 +8,14 @@
 #include "frame/Result.h"
 #include "jighost/commands/CommonOptions.h"
 #include "jighost/operations/ResultName.h"
+#include "jighost/output/Complaint.h"
 #include "jighost/output/Json.h"
 #include "jighost/session/AddedLog.h"
 #include "jighost/session/Session.h"
 #include "jighost/text/PlainText.h"
 #include "platform/Program.h"
 
-static void Dump(const HOST& host, const std::string& folder);
+static EXIT_CODE Dump(const HOST& host, const std::string& folder);
 
 void AddDumpCommand(Command& program, HOST& host) {
     Command command =
@@ -22,12 +23,13 @@ void AddDumpCommand(Command& program, HOST& host) {
     const auto pFolder = std::make_shared<std::string>();
     command.AddArgument("folder", *pFolder, "An existing folder; its files are replaced");
     AddSessionOptions(command, host);
+    AddTakeFolderOption(command, host);
     AddJsonOption(command, host);
     command.SetFooter(
         "Examples:\n"
         "  mkdir adjust && jighost dump adjust\n"
         "  jighost dump adjust --fault LoadPropertyData:100=0x2001");
-    command.SetWork([&host, pFolder] { Dump(host, *pFolder); });
+    command.SetWork([&host, pFolder] { host.exitCode = Dump(host, *pFolder); });
 }
 
 /// Watches a dump by its reads from the camera, one for each row, and draws the progress of it.
@@ -102,19 +104,32 @@ static void ShowDump(
               << '\n';
 }
 
-static void Dump(const HOST& host, const std::string& folder) {
-    const std::string blockText = FolderBlockText(folder);
+static EXIT_CODE Report(
+    const HOST& host, const std::string& folder, const OPERATION_RUN& run,
+    const DumpProgress& progress) {
+    if (!run.folderProblem.empty()) {
+        Complain(run.folderProblem);
+        return EXIT_UNEXPECTED;
+    }
+    if (IsFailure(run.result)) {
+        Complain(FailureText(run, progress.Rows()));
+        return EXIT_OPERATION_FAILED;
+    }
+    ShowDump(host, folder, run, progress);
+    return EXIT_OK;
+}
+
+static EXIT_CODE Dump(const HOST& host, const std::string& folder) {
+    SESSION_OPTIONS options = host.session;
+    options.folderText = FolderBlockText(folder);
     const OPERATION_INFO& info = KnownOperation("LoadPropertyData");
-    Session session(host.session);
-    session.HoldFolder(blockText);
-    DumpProgress progress(IsErrorOutputTerminal() && !host.session.IsTraceShown());
+    Session session(options);
+    DumpProgress progress(IsErrorOutputTerminal() && !options.IsTraceShown());
     session.Watch(
         [&progress](const Link::CALL& call, bool complete) { progress.OnCall(call, complete); });
     const OPERATION_RUN run = session.Run(info, NewRecord(*info.record));
     progress.Clear();
-    session.Finish();
-    if (IsFailure(run.result)) {
-        throw HostError(EXIT_OPERATION_FAILED, FailureText(run, progress.Rows()));
-    }
-    ShowDump(host, folder, run, progress);
+    const bool bWritten = session.Finish();
+    const EXIT_CODE exitCode = Report(host, folder, run, progress);
+    return bWritten ? exitCode : EXIT_HOST_ERROR;
 }

@@ -110,7 +110,7 @@ static void Follow(const std::string& path, LogReader& reader, LogOutput& output
     if (!pFile->IsOpen()) {
         std::cerr << "jighost: waiting for " << path << '\n';
     }
-    while (!IsInterrupted()) {
+    while (!IsInterrupted() && std::cout) {
         const bool bReplaced = !pFile->IsOpen() || pFile->IsReplaced();
         const bool bAny = pFile->IsOpen() && feed.ReadOn(*pFile);
         reader.Pause();

@@ -22,9 +22,12 @@ static void WritePages(const COMMAND_TEXT& program, const std::filesystem::path&
     if (!std::filesystem::is_directory(folder, error)) {
         throw HostError(EXIT_WRONG_USE, "there is no folder " + folder.string());
     }
-    ReplaceFile(folder / (program.name + ".1"), ProgramPage(program));
+    const auto write = [&folder](const std::string& name, const std::string& page) {
+        WithExitCode(
+            EXIT_HOST_ERROR, [&] { ReplaceFile(folder / (name + ".1"), page, OUTLASTS::KILLS); });
+    };
+    write(program.name, ProgramPage(program));
     for (const COMMAND_TEXT& command : program.commands) {
-        ReplaceFile(
-            folder / (program.name + '-' + command.name + ".1"), CommandPage(program, command));
+        write(program.name + '-' + command.name, CommandPage(program, command));
     }
 }

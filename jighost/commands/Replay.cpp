@@ -16,6 +16,7 @@ void AddReplayCommand(Command& program, HOST& host) {
     const auto pPath = std::make_shared<std::string>();
     command.AddArgument("trace", *pPath, "A file that --trace has written");
     AddModuleOption(command, host);
+    AddTakeFolderOption(command, host);
     AddJsonOption(command, host);
     command.SetFooter(
         "Examples:\n"
@@ -54,10 +55,11 @@ static bool HasDump(const std::vector<TRACED_OPERATION>& trace) {
 
 static REPLAY Replay(const HOST& host, const std::vector<TRACED_OPERATION>& trace) {
     std::optional<ScratchFolder> folder;
-    Session session(host.session);
+    SESSION_OPTIONS options = host.session;
     if (HasDump(trace)) {
-        session.HoldFolder(FolderBlockText(folder.emplace().path));
+        options.folderText = FolderBlockText(folder.emplace().path);
     }
+    Session session(options);
     return ReplayTrace(session, trace);
 }
 

@@ -5,6 +5,7 @@
 #include "frame/Result.h"
 #include "jighost/commands/CommonOptions.h"
 #include "jighost/operations/ResultName.h"
+#include "jighost/output/Complaint.h"
 #include "jighost/output/Json.h"
 #include "jighost/session/AddedLog.h"
 #include "jighost/session/RunJson.h"
@@ -77,19 +78,36 @@ static void ShowRun(const HOST& host, const OPERATION_RUN& run) {
     std::cout << run.info->name << ": " << ResultText(run.result) << '\n';
 }
 
+static EXIT_CODE Judge(const OPERATION_RUN& run) {
+    if (!run.folderProblem.empty()) {
+        Complain(run.folderProblem);
+        return EXIT_UNEXPECTED;
+    }
+    if (IsFailure(run.result)) {
+        Complain(std::string(run.info->name) + " failed: " + LastError(run.log));
+        return EXIT_OPERATION_FAILED;
+    }
+    return EXIT_OK;
+}
+
+static EXIT_CODE RunAndShow(
+    const HOST& host, const SESSION_OPTIONS& options, const OPERATION_INFO& info,
+    RecordBytes bytes) {
+    Session session(options);
+    const OPERATION_RUN run = session.Run(info, std::move(bytes));
+    const bool bWritten = session.Finish();
+    ShowRun(host, run);
+    const EXIT_CODE exitCode = Judge(run);
+    return bWritten ? exitCode : EXIT_HOST_ERROR;
+}
+
 static EXIT_CODE Run(const HOST& host, const RUN_OPTIONS& options) {
     const OPERATION_INFO& info = KnownOperation(options.operation);
     RecordBytes bytes = BuildRecord(info, options);
-    Session session(host.session);
-    if (options.operation == "LoadPropertyData") {
-        session.OfferFolder(FolderBlockText("."));
+    SESSION_OPTIONS session = host.session;
+    if (IsDump(info)) {
+        session.folderText = FolderBlockText(".");
+        session.foreignFolder = FOREIGN_FOLDER::USED;
     }
-    const OPERATION_RUN run = session.Run(info, std::move(bytes));
-    session.Finish();
-    ShowRun(host, run);
-    if (!IsFailure(run.result)) {
-        return EXIT_OK;
-    }
-    std::cerr << "jighost: " << info.name << " failed: " << LastError(run.log) << '\n';
-    return EXIT_OPERATION_FAILED;
+    return RunAndShow(host, session, info, std::move(bytes));
 }

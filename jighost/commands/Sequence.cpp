@@ -1,16 +1,14 @@
 // jighost sequence: the steps of a file, one after the other.
 #include <algorithm>
-#include <iomanip>
 #include <iostream>
 #include <memory>
 
 #include "jighost/commands/CommonOptions.h"
-#include "jighost/operations/ResultName.h"
-#include "jighost/output/Colour.h"
-#include "jighost/sequence/SequenceRun.h"
+#include "jighost/output/Complaint.h"
+#include "jighost/sequence/SequenceOutput.h"
+#include "jighost/sequence/SequenceRecord.h"
 #include "jighost/text/Numbers.h"
 #include "platform/Program.h"
-#include "platform/WholeFile.h"
 
 struct SEQUENCE_OPTIONS {
     std::string path;
@@ -31,6 +29,7 @@ void AddSequenceCommand(Command& program, HOST& host) {
     command.AddOption(
         "--record", pOptions->recordPath, "Writes the run's record, as --json", "FILE");
     AddSessionOptions(command, host);
+    AddTakeFolderOption(command, host);
     AddJsonOption(command, host);
     command.SetFooter(
         "Examples:\n"
@@ -41,7 +40,7 @@ void AddSequenceCommand(Command& program, HOST& host) {
         "  jighost sequence sequences/identity.yaml --fault FA_CopyVistaUniqueID=0x2001\n"
         "The file is checked before the first step runs; docs/bench.md shows its form. Ctrl-C "
         "ends\n"
-        "the sequence behind the step that runs.");
+        "the sequence behind the step that runs. The record is whole behind each step.");
     command.SetWork([&host, pOptions] { host.exitCode = RunFile(host, *pOptions); });
 }
 
@@ -78,122 +77,51 @@ static STEP_RANGE FindRange(const SEQUENCE& sequence, const SEQUENCE_OPTIONS& op
     return range;
 }
 
-// --- What people see ---
+// --- The run ---
 
-static std::string TimeText(std::chrono::duration<double, std::milli> time) {
-    std::ostringstream text;
-    text << std::fixed << std::setprecision(1) << time.count() << " ms";
-    return text.str();
+static SESSION_OPTIONS SessionOptions(
+    const HOST& host, const SEQUENCE_OPTIONS& options, const SEQUENCE& sequence,
+    const STEP_RANGE& range) {
+    SESSION_OPTIONS session = host.session;
+    const auto first = sequence.steps.begin() + static_cast<std::ptrdiff_t>(range.first);
+    const auto end = sequence.steps.begin() + static_cast<std::ptrdiff_t>(range.last) + 1;
+    if (std::any_of(first, end, [](const STEP& step) { return IsDump(*step.info); })) {
+        session.folderText = sequence.folderText;
+    }
+    session.inputs.push_back({"the sequence", options.path});
+    session.outputs.push_back({"--record", options.recordPath});
+    return session;
 }
 
-/// A line for each step while it runs.
-static void ShowLive(const SEQUENCE& sequence, const STEP_OUTCOME& outcome, bool bDone) {
-    if (!bDone) {
-        std::cerr << '[' << outcome.number << '/' << sequence.steps.size() << "] "
-                  << outcome.step->name << std::flush;
-        return;
-    }
-    std::cerr << ' ' << TimeText(outcome.run.time)
-              << (outcome.problem.empty() ? "" : ", not as expected") << '\n';
-}
-
-static std::string ResultColumn(const STEP_OUTCOME& outcome) {
-    std::string text = ResultText(outcome.run.result);
-    if (outcome.attempts > 1) {
-        text += ", attempt " + std::to_string(outcome.attempts);
-    }
-    return text;
-}
-
-static void ShowTable(const SEQUENCE_RUN& run) {
-    std::size_t nameWidth = 0;
-    std::size_t resultWidth = 0;
-    for (const STEP_OUTCOME& outcome : run.outcomes) {
-        nameWidth = std::max(nameWidth, outcome.step->name.size());
-        resultWidth = std::max(resultWidth, ResultColumn(outcome).size());
-    }
-    for (const STEP_OUTCOME& outcome : run.outcomes) {
-        std::ostringstream result;
-        result << std::left << std::setw(static_cast<int>(resultWidth)) << ResultColumn(outcome);
-        std::cout << std::right << std::setw(3) << outcome.number << "  " << std::left
-                  << std::setw(static_cast<int>(nameWidth)) << outcome.step->name << "  "
-                  << Coloured(result.str(), outcome.problem.empty() ? COLOUR::GREEN : COLOUR::RED)
-                  << std::right << std::setw(11) << TimeText(outcome.run.time) << '\n';
-    }
-}
-
-static void ShowSummary(const SEQUENCE_RUN& run) {
-    const auto problems = std::count_if(
-        run.outcomes.begin(), run.outcomes.end(),
-        [](const STEP_OUTCOME& outcome) { return !outcome.problem.empty(); });
-    std::cout << run.sequence->name << (run.sequence->name.empty() ? "" : ": ")
-              << run.outcomes.size() << " of " << run.sequence->steps.size() << " steps run, "
-              << problems << " not as expected, " << TimeText(run.time) << '\n';
-}
-
-static void TellProblems(const SEQUENCE_RUN& run) {
-    for (const STEP_OUTCOME& outcome : run.outcomes) {
-        if (!outcome.problem.empty()) {
-            std::cerr << "jighost: step " << outcome.number << ", " << outcome.step->name << ": "
-                      << outcome.problem << '\n';
-        }
-    }
-    if (run.exitCode == EXIT_INTERRUPTED) {
-        std::cerr << "jighost: interrupted behind step "
-                  << (run.outcomes.empty() ? 0 : run.outcomes.back().number) << '\n';
-    }
-}
-
-/// Ahead of the run: a record that can't be written would be missed behind it.
-static void CheckRecordPath(const std::string& path) {
-    if (path.empty()) {
-        return;
-    }
-    const std::filesystem::path folder = std::filesystem::absolute(path).parent_path();
-    if (!std::filesystem::is_directory(folder)) {
-        throw HostError(EXIT_WRONG_USE, "there is no folder " + folder.string());
-    }
-}
-
-static void WriteRecord(const std::string& path, const SEQUENCE_RUN& run) {
-    try {
-        ReplaceFile(path, JsonText(SequenceJson(run)) + '\n');
-    } catch (const std::filesystem::filesystem_error& e) {
-        throw HostError(EXIT_HOST_ERROR, e.what());
-    }
-}
-
-static void Report(const HOST& host, const SEQUENCE_RUN& run) {
+static void Report(const HOST& host, const SEQUENCE_RUN& run, const SequenceRecord& record) {
     if (host.bJson) {
-        WriteJson(std::cout, SequenceJson(run));
+        std::cout << record.Text();
     } else {
-        ShowTable(run);
         ShowSummary(run);
     }
-    std::cout << std::flush;
     TellProblems(run);
 }
 
+// What lasts comes first: who reads the report may go away.
 static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options) {
     const SEQUENCE sequence = ReadSequence(options.path);
     const STEP_RANGE range = FindRange(sequence, options);
-    CheckRecordPath(options.recordPath);
-    Session session(host.session);
-    if (!sequence.folderText.empty()) {
-        session.HoldFolder(sequence.folderText);
-    }
+    Session session(SessionOptions(host, options, sequence, range));
+    RequireSteps(session, sequence);
+    SequenceRecord record(options.recordPath, sequence);
+    record.Begin();
     const bool bLive = IsErrorOutputTerminal() && !host.session.IsTraceShown();
-    const SEQUENCE_RUN run =
-        RunSequence(session, sequence, range, [&](const STEP_OUTCOME& outcome, bool bDone) {
-            if (bLive) {
-                ShowLive(sequence, outcome, bDone);
+    const SequenceOutput output(sequence, range, bLive, !host.bJson);
+    const SEQUENCE_RUN run = RunSequence(
+        session, sequence, range,
+        [&](const SEQUENCE_RUN& before, const STEP_OUTCOME& outcome, bool bDone) {
+            if (bDone) {
+                record.Add(outcome, before.time);
             }
+            output.OnStep(outcome, bDone);
         });
-    // First of all what lasts: who reads the report may go away.
-    session.Finish();
-    if (!options.recordPath.empty()) {
-        WriteRecord(options.recordPath, run);
-    }
-    Report(host, run);
-    return run.exitCode;
+    const bool bSessionWritten = session.Finish();
+    const bool bRecordWritten = DoOrComplain([&] { record.Finish(run); });
+    Report(host, run, record);
+    return bSessionWritten && bRecordWritten ? run.exitCode : EXIT_HOST_ERROR;
 }

@@ -411,6 +411,10 @@ const OPERATION_INFO& KnownOperation(const std::string& name) {
     return *pInfo;
 }
 
+bool IsDump(const OPERATION_INFO& info) {
+    return std::string_view(info.name) == "LoadPropertyData";
+}
+
 void CheckRecordGiven(const OPERATION_INFO& info, bool bGiven) {
     if (info.use == RECORD_USE::NONE && bGiven) {
         throw HostError(EXIT_WRONG_USE, std::string(info.name) + " takes no record");

@@ -196,6 +196,9 @@ static void ReplayOperation(Session& session, const TRACED_OPERATION& operation,
     SimulatedBody::AnswerCalls([&answers](const CALL& call) { return answers.Answer(call); });
     const OPERATION_RUN run = session.Run(info, std::move(record));
     SimulatedBody::AnswerCalls({});
+    if (!run.folderProblem.empty()) {
+        throw HostError(EXIT_UNEXPECTED, operation.name + ": " + run.folderProblem);
+    }
     answers.Finish();
     replay.calls += answers.answered;
     replay.cut = answers.cut;

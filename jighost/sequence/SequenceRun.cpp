@@ -5,7 +5,6 @@
 #include "jighost/operations/ResultName.h"
 #include "jighost/session/AddedLog.h"
 #include "jighost/session/Interrupt.h"
-#include "jighost/session/RunJson.h"
 
 static std::string ResultProblem(const OPERATION_RUN& run, const std::string& expected) {
     const std::string error = LastError(run.log);
@@ -30,8 +29,10 @@ static std::string FieldProblem(const STEP& step, const RecordBytes& record) {
 
 static void Judge(STEP_OUTCOME& outcome) {
     const STEP& step = *outcome.step;
-    outcome.problem.clear();
-    if (step.result && *step.result != outcome.run.result) {
+    outcome.problem = outcome.run.folderProblem;
+    if (!outcome.problem.empty()) {
+        outcome.exitCode = EXIT_UNEXPECTED;
+    } else if (step.result && *step.result != outcome.run.result) {
         outcome.problem = ResultProblem(outcome.run, ResultText(*step.result));
         outcome.exitCode = EXIT_UNEXPECTED;
     } else if (!step.result && IsFailure(outcome.run.result)) {
@@ -58,13 +59,15 @@ static void RunStep(Session& session, STEP_OUTCOME& outcome) {
 
 static void RunSteps(
     Session& session, const STEP_RANGE& range, const StepWatcher& watcher, SEQUENCE_RUN& run) {
+    const auto start = std::chrono::steady_clock::now();
     for (std::size_t i = range.first; i <= range.last && !IsInterrupted(); ++i) {
         STEP_OUTCOME outcome;
         outcome.step = &run.sequence->steps[i];
         outcome.number = i + 1;
-        watcher(outcome, false);
+        watcher(run, outcome, false);
         RunStep(session, outcome);
-        watcher(outcome, true);
+        run.time = std::chrono::steady_clock::now() - start;
+        watcher(run, outcome, true);
         run.exitCode = run.exitCode == EXIT_OK ? outcome.exitCode : run.exitCode;
         const bool bStop = outcome.exitCode != EXIT_OK && !outcome.step->bContinue;
         run.outcomes.push_back(std::move(outcome));
@@ -74,56 +77,20 @@ static void RunSteps(
     }
 }
 
-SEQUENCE_RUN RunSequence(
-    Session& session, const SEQUENCE& sequence, const STEP_RANGE& range,
-    const StepWatcher& watcher) {
+void RequireSteps(const Session& session, const SEQUENCE& sequence) {
     for (const STEP& step : sequence.steps) {
         session.Require(*step.info);
     }
+}
+
+SEQUENCE_RUN RunSequence(
+    Session& session, const SEQUENCE& sequence, const STEP_RANGE& range,
+    const StepWatcher& watcher) {
     SEQUENCE_RUN run;
     run.sequence = &sequence;
-    const auto start = std::chrono::steady_clock::now();
     RunSteps(session, range, watcher, run);
-    run.time = std::chrono::steady_clock::now() - start;
     if (IsInterrupted()) {
         run.exitCode = EXIT_INTERRUPTED;
     }
     return run;
-}
-
-// --- The record ---
-
-static const char* OutcomeName(EXIT_CODE exitCode) {
-    switch (exitCode) {
-        case EXIT_OK:
-            return "as expected";
-        case EXIT_OPERATION_FAILED:
-            return "operation failed";
-        case EXIT_INTERRUPTED:
-            return "interrupted";
-        default:
-            return "expectation not met";
-    }
-}
-
-Json SequenceJson(const SEQUENCE_RUN& run) {
-    Json steps = Json::array();
-    for (const STEP_OUTCOME& outcome : run.outcomes) {
-        Json step = {
-            {"number", outcome.number},
-            {"name", outcome.step->name},
-            {"outcome", OutcomeName(outcome.exitCode)},
-            {"problem", outcome.problem},
-            {"attempts", outcome.attempts},
-        };
-        step.update(RunJson(outcome.run));
-        steps.push_back(std::move(step));
-    }
-    return {
-        {"format", JSON_FORMAT},
-        {"sequence", run.sequence->name},
-        {"outcome", OutcomeName(run.exitCode)},
-        {"time_ms", run.time.count()},
-        {"steps", std::move(steps)},
-    };
 }

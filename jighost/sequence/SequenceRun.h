@@ -3,7 +3,6 @@
 
 #include <functional>
 
-#include "jighost/output/Json.h"
 #include "jighost/sequence/SequenceFile.h"
 #include "jighost/session/Session.h"
 #include "jighost/text/HostError.h"
@@ -22,7 +21,7 @@ struct SEQUENCE_RUN {
     const SEQUENCE* sequence = nullptr;
     std::vector<STEP_OUTCOME> outcomes;  ///< of the steps that ran
     std::chrono::duration<double, std::milli> time{};
-    EXIT_CODE exitCode = EXIT_OK;  ///< of the first problem, but EXIT_INTERRUPTED for Ctrl-C
+    EXIT_CODE exitCode = EXIT_OK;  ///< of the first problem, but EXIT_INTERRUPTED for a signal
 };
 
 /// Steps `first` to `last`, counted from 0.
@@ -32,15 +31,16 @@ struct STEP_RANGE {
 };
 
 /// Told of each step before it runs, with an outcome that has only step and number, and again
-/// when it is done.
-using StepWatcher = std::function<void(const STEP_OUTCOME& outcome, bool bDone)>;
+/// when it is done. The run is that of the steps before, with the time so far.
+using StepWatcher =
+    std::function<void(const SEQUENCE_RUN& run, const STEP_OUTCOME& outcome, bool bDone)>;
+
+/// Throws EXIT_NO_MODULE if the module lacks an operation of the sequence; to be asked ahead of the
+/// run.
+void RequireSteps(const Session& session, const SEQUENCE& sequence);
 
 /// Ends behind the last step, the first one that must not go wrong and did, or the step during
-/// which Ctrl-C came. Throws EXIT_NO_MODULE, before any step runs, if the module lacks one of
-/// the operations.
+/// which Ctrl-C came.
 SEQUENCE_RUN RunSequence(
     Session& session, const SEQUENCE& sequence, const STEP_RANGE& range,
     const StepWatcher& watcher);
-
-/// The run's record for programs.
-Json SequenceJson(const SEQUENCE_RUN& run);

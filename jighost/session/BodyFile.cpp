@@ -134,10 +134,10 @@ std::string BodyText() {
     return text.str();
 }
 
+void CheckBodyWritable(const std::string& path) {
+    WithExitCode(EXIT_WRONG_USE, [&] { CheckReplaceable(path); });
+}
+
 void WriteBody(const std::string& path, const std::string& text) {
-    try {
-        ReplaceFile(path, text);
-    } catch (const std::filesystem::filesystem_error& e) {
-        throw HostError(EXIT_HOST_ERROR, e.what());
-    }
+    WithExitCode(EXIT_HOST_ERROR, [&] { ReplaceFile(path, text, OUTLASTS::POWER_FAILURES); });
 }

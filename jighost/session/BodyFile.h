@@ -14,6 +14,9 @@ void LoadBody(const std::string& path);
 /// The file's text for the body as it is now.
 std::string BodyText();
 
+/// Throws EXIT_WRONG_USE if the file can't be written, as far as that can be known before.
+void CheckBodyWritable(const std::string& path);
+
 /// Puts a body's text into the file: the whole text, or the file stays as it was. Throws
 /// EXIT_HOST_ERROR if it can't be written.
 void WriteBody(const std::string& path, const std::string& text);

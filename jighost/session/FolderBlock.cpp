@@ -19,10 +19,10 @@ std::string FolderBlockText(const std::filesystem::path& folder) {
     }
     // The empty last part becomes the separator at the end.
     std::string text = (std::filesystem::canonical(folder) / "").generic_string();
-    if (text.find('\\') != std::string::npos) {
+    if (text.find_first_of("\\\n") != std::string::npos) {
         throw HostError(
-            EXIT_WRONG_USE, "the module takes the backslash in " + text +
-                                " for a separator; choose another folder");
+            EXIT_WRONG_USE, "the module takes a backslash or a line's end in " + text +
+                                " for something else; choose another folder");
     }
     if (text.size() + FILE_NAME_LENGTH > MAX_PATH_LENGTH) {
         throw HostError(
@@ -34,10 +34,17 @@ std::string FolderBlockText(const std::filesystem::path& folder) {
     return text;
 }
 
+std::string FolderName(const std::string& blockText) {
+    std::string name = blockText.empty() ? "no folder" : blockText;
+    std::replace(name.begin(), name.end(), '\\', '/');
+    return name;
+}
+
 FolderBlock::FolderBlock()
     : m_Mapping(CreateFileMappingA(
           INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, SHARED_TEXT_SIZE,
           "SHARED_NAME_FOLDER")),
+      m_bCreated(GetLastError() == ERROR_SUCCESS),
       m_pView(
           m_Mapping == nullptr ? nullptr : MapViewOfFile(m_Mapping, FILE_MAP_ALL_ACCESS, 0, 0, 0)),
       m_Mutex(m_pView == nullptr ? nullptr : CreateMutexA(nullptr, FALSE, "MUTEX_NAME_FOLDER")) {
@@ -62,15 +69,45 @@ void FolderBlock::Release() const {
     CloseHandle(m_Mutex);
 }
 
-void FolderBlock::Write(const std::string& text) const {
-    WaitForSingleObject(m_Mutex, INFINITE);
-    std::memcpy(m_pView, text.c_str(), text.size() + 1);
-    ReleaseMutex(m_Mutex);
+namespace {
+
+/// Holds the block's mutex while the text is read or written.
+class MutexLock {
+  public:
+    explicit MutexLock(HANDLE mutex) : m_Mutex(mutex) { WaitForSingleObject(m_Mutex, INFINITE); }
+    MutexLock(const MutexLock&) = delete;
+    MutexLock& operator=(const MutexLock&) = delete;
+    ~MutexLock() { ReleaseMutex(m_Mutex); }
+
+  private:
+    HANDLE m_Mutex;
+};
+
+}  // namespace
+
+/// Whoever wrote it: its zero may be missing.
+static std::string TextAt(const void* pView) {
+    const std::string_view bytes(static_cast<const char*>(pView), SHARED_TEXT_SIZE);
+    return std::string(bytes.substr(0, bytes.find('\0')));
 }
 
-bool FolderBlock::IsEmpty() const {
-    WaitForSingleObject(m_Mutex, INFINITE);
-    const bool bEmpty = *static_cast<const char*>(m_pView) == '\0';
-    ReleaseMutex(m_Mutex);
-    return bEmpty;
+static void WriteAt(void* pView, const std::string& text) {
+    std::memcpy(pView, text.c_str(), std::min<std::size_t>(text.size() + 1, SHARED_TEXT_SIZE));
+}
+
+void FolderBlock::Write(const std::string& text) const {
+    const MutexLock lock(m_Mutex);
+    WriteAt(m_pView, text);
+}
+
+void FolderBlock::WriteOver(const std::string& expected, const std::string& text) const {
+    const MutexLock lock(m_Mutex);
+    if (TextAt(m_pView) == expected) {
+        WriteAt(m_pView, text);
+    }
+}
+
+std::string FolderBlock::Text() const {
+    const MutexLock lock(m_Mutex);
+    return TextAt(m_pView);
 }

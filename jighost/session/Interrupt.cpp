@@ -1,19 +1,25 @@
-// A flag that the signal sets.
+// The signal is only noted: what it ends looks here.
 #include "jighost/session/Interrupt.h"
 
 #include <csignal>
 
-static volatile std::sig_atomic_t g_bInterrupted = 0;
+#include "jighost/text/HostError.h"
+#include "platform/Signals.h"
 
-static void OnInterrupt(int signal) {
-    g_bInterrupted = 1;
-    std::signal(signal, SIG_DFL);
+static volatile std::sig_atomic_t g_nSignal = 0;
+
+static void OnSignal(int nSignal) {
+    g_nSignal = nSignal;
 }
 
 void CatchInterrupts() {
-    std::signal(SIGINT, &OnInterrupt);
+    CatchEndSignals(&OnSignal);
 }
 
 bool IsInterrupted() {
-    return g_bInterrupted != 0;
+    return g_nSignal != 0;
+}
+
+int InterruptExitCode() {
+    return EXIT_BY_SIGNAL + g_nSignal;
 }

@@ -1,48 +1,61 @@
 // Body, module, faults and trace brought together for a run.
 #include "jighost/session/Session.h"
 
-#include <iostream>
-
+#include "frame/Result.h"
+#include "jighost/output/Complaint.h"
 #include "jighost/session/AddedLog.h"
-#include "jighost/session/BodyFile.h"
 #include "jighost/session/Interrupt.h"
 #include "jighost/session/Trace.h"
 #include "jighost/text/HostError.h"
-#include "platform/Program.h"
+#include "platform/Signals.h"
+#include "platform/StandardFiles.h"
 
-/// The current directory's BoardInf.ini is the one that counts; the sample lies beside this
-/// program.
-static void UseSampleInstallation() {
-    std::error_code error;
-    if (!std::filesystem::exists("BoardInf.ini", error)) {
-        SimulatedBody::SetInstallationFolder(ProgramFolder().string());
-    }
-}
-
-/// Gives the text of the body's file, as it would be written now.
-static std::string SwitchBodyOn(const SESSION_OPTIONS& options) {
+static void CheckBodyOrLink(const SESSION_OPTIONS& options) {
     if (!options.bodyPath.empty() && !options.linkPath.empty()) {
         throw HostError(
             EXIT_WRONG_USE,
             "expected --body, the file of a simulated body, or --link, a camera link in its place, "
             "and not both");
     }
-    SimulatedBody::Reset();
-    UseSampleInstallation();
-    if (options.bodyPath.empty()) {
-        return "";
+}
+
+/// What would be written in place of another file is told while nothing is lost yet.
+static void CheckFiles(const SESSION_OPTIONS& options) {
+    std::vector<NAMED_FILE> outputs = {{"--body", options.bodyPath}};
+    outputs.insert(outputs.end(), options.outputs.begin(), options.outputs.end());
+    outputs.push_back({"--trace", options.tracePath});
+    std::vector<NAMED_FILE> inputs = options.inputs;
+    inputs.push_back({"the module", FullModulePath(options.modulePath)});
+    inputs.push_back({"the camera link", options.linkPath});
+    inputs.push_back({"the module's log", "JigDll.log"});
+    inputs.push_back({"the installation's file", "BoardInf.ini"});
+    inputs.push_back({"standard output", STANDARD_OUTPUT_PATH});
+    CheckOutputs(outputs, inputs);
+}
+
+/// Ahead of all else that a session does.
+static const SESSION_OPTIONS& Checked(const SESSION_OPTIONS& options) {
+    CatchInterrupts();
+    CheckBodyOrLink(options);
+    CheckFiles(options);
+    return options;
+}
+
+static std::unique_ptr<HeldFolder> NewFolder(const SESSION_OPTIONS& options) {
+    if (options.folderText.empty()) {
+        return nullptr;
     }
-    LoadBody(options.bodyPath);
-    return BodyText();
+    return std::make_unique<HeldFolder>(
+        options.folderText, options.bTakeFolder ? FOREIGN_FOLDER::TAKEN : options.foreignFolder);
 }
 
 Session::Session(const SESSION_OPTIONS& options)
-    : m_BodyPath(options.bodyPath),
-      m_BodyText(SwitchBodyOn(options)),
+    : m_Body(Checked(options).bodyPath),
       m_Faults(options.faults),
       m_Link(options.linkPath),
-      m_Module(options.modulePath) {
-    CatchInterrupts();
+      m_Module(options.modulePath),
+      m_pFolder(NewFolder(options)) {
+    OutliveBrokenPipes();
     if (options.bTrace) {
         m_pTrace = NewTrace(options.tracePath);
         Watch([this](const Link::CALL& call, bool complete) { m_pTrace->OnCall(call, complete); });
@@ -56,16 +69,6 @@ Session::Session(const SESSION_OPTIONS& options)
 Session::~Session() {
     SimulatedBody::Observe({});
     SimulatedBody::AnswerCalls({});
-}
-
-void Session::HoldFolder(const std::string& blockText) {
-    m_FolderBlock.emplace().Write(blockText);
-}
-
-void Session::OfferFolder(const std::string& blockText) {
-    if (m_FolderBlock.emplace().IsEmpty()) {
-        m_FolderBlock->Write(blockText);
-    }
 }
 
 void Session::Watch(SimulatedBody::Observer watcher) {
@@ -93,23 +96,20 @@ OPERATION_RUN Session::Run(const OPERATION_INFO& info, RecordBytes record) {
     run.time = std::chrono::steady_clock::now() - start;
     run.callCount = SimulatedBody::CallCount() - callsBefore;
     run.log = log.Lines();
+    if (m_pFolder != nullptr && IsDump(info)) {
+        run.folderProblem = m_pFolder->Problem(run.log, IsFailure(run.result));
+    }
     if (m_pTrace != nullptr) {
         m_pTrace->EndOperation(run);
     }
     return run;
 }
 
-void Session::Finish() const {
+bool Session::Finish() const {
     for (const std::string& fault : m_Faults.NotMet()) {
-        std::cerr << "jighost: no call has met the fault " << fault << '\n';
+        Complain("no call has met the fault " + fault);
     }
-    if (!m_BodyPath.empty()) {
-        const std::string text = BodyText();
-        if (text != m_BodyText) {
-            WriteBody(m_BodyPath, text);
-        }
-    }
-    if (m_pTrace != nullptr) {
-        m_pTrace->Finish();
-    }
+    const bool bBody = DoOrComplain([this] { m_Body.WriteBack(); });
+    const bool bTrace = m_pTrace == nullptr || DoOrComplain([this] { m_pTrace->Finish(); });
+    return bBody && bTrace;
 }

@@ -3,12 +3,11 @@
 //
 //     Session session(options);
 //     const OPERATION_RUN run = session.Run(info, NewRecord(*info.record));
-//     session.Finish();
+//     const bool bWritten = session.Finish();
 #pragma once
 
 #include <chrono>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,7 +15,8 @@
 #include "jighost/operations/OperationTable.h"
 #include "jighost/session/ChosenLink.h"
 #include "jighost/session/Fault.h"
-#include "jighost/session/FolderBlock.h"
+#include "jighost/session/HeldFolder.h"
+#include "jighost/session/KeptBody.h"
 #include "jighost/session/Module.h"
 #include "jighost/session/SessionOptions.h"
 
@@ -30,13 +30,17 @@ struct OPERATION_RUN {
     std::chrono::duration<double, std::milli> time{};
     std::uint32_t callCount = 0;   ///< link calls made
     std::vector<std::string> log;  ///< what the module added to its log, lines without their ends
+    std::string folderProblem;     ///< of a dump into another folder than the session's; else empty
 };
 
 class Session {
   public:
     /// Switches the simulated body on, with the saved values of --body's file, or puts another
-    /// camera link in its place, and loads the module. From now on Ctrl-C only sets IsInterrupted.
-    /// Throws EXIT_WRONG_USE for a bad file or fault, EXIT_NO_MODULE for a bad module or link.
+    /// camera link in its place, loads the module and takes what the session needs for itself: the
+    /// body's file, the folder of dumps. From now on Ctrl-C only sets IsInterrupted, and a pipe that
+    /// nobody reads ends nothing: what lasts is written. Throws EXIT_WRONG_USE for a bad file, a
+    /// file that can't be written or a bad fault, EXIT_NO_MODULE for a bad module or link,
+    /// EXIT_HOST_ERROR if another process keeps body or folder.
     explicit Session(const SESSION_OPTIONS& options);
     ~Session();  ///< writes nothing back
     Session(const Session&) = delete;
@@ -44,13 +48,6 @@ class Session {
 
     /// Throws EXIT_NO_MODULE if the module does not register the operation.
     void Require(const OPERATION_INFO& info) const { m_Module.Find(info.name); }
-
-    /// Holds the block that tells a dump its folder until the session ends; `blockText` is from
-    /// FolderBlockText.
-    void HoldFolder(const std::string& blockText);
-
-    /// The same, but leaves the folder that another holder of the block has written.
-    void OfferFolder(const std::string& blockText);
 
     /// Has `watcher` called with each link call before it is made and again when it is complete.
     /// All watchers are called, in the order given, as long as the session lasts.
@@ -60,17 +57,16 @@ class Session {
     OPERATION_RUN Run(const OPERATION_INFO& info, RecordBytes record);
 
     /// Writes the body's saved values back to its file, the whole file or nothing; a body that has
-    /// saved nothing leaves the file as it is. Tells people of faults that no call has met. Throws
-    /// EXIT_HOST_ERROR if the body's file or the trace can't be written.
-    void Finish() const;
+    /// saved nothing leaves the file as it is. Tells people of faults that no call has met. Gives
+    /// false if body or trace could not be written, and has told why.
+    bool Finish() const;
 
   private:
-    std::string m_BodyPath;  // empty: a body that is forgotten
-    std::string m_BodyText;  // of the body's file, as it would be written at the start
+    KeptBody m_Body;
     Faults m_Faults;
     ChosenLink m_Link;
     Module m_Module;
-    std::unique_ptr<Trace> m_pTrace;  // null: no trace
-    std::optional<FolderBlock> m_FolderBlock;
+    std::unique_ptr<HeldFolder> m_pFolder;  // null: no dumps
+    std::unique_ptr<Trace> m_pTrace;        // null: no trace
     std::vector<SimulatedBody::Observer> m_Watchers;
 };

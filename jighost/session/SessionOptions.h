@@ -4,6 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "jighost/session/HeldFolder.h"
+#include "jighost/session/Outputs.h"
+
 struct SESSION_OPTIONS {
     std::string modulePath;           ///< from --module; empty for the module beside this program
     std::string bodyPath;             ///< from --body; empty for a factory-new body
@@ -11,6 +14,14 @@ struct SESSION_OPTIONS {
     bool bTrace = false;              ///< from --trace ...
     std::string tracePath;            ///< ... and its file; empty for standard error
     std::vector<std::string> faults;  ///< from --fault, as written
+    bool bTakeFolder = false;         ///< from --take-folder: stands above foreignFolder
+
+    // What a command adds to that.
+
+    std::string folderText;  ///< where dumps go, from FolderBlockText; empty if there are none
+    FOREIGN_FOLDER foreignFolder = FOREIGN_FOLDER::REFUSED;
+    std::vector<NAMED_FILE> inputs;   ///< other files that the run reads ...
+    std::vector<NAMED_FILE> outputs;  ///< ... and writes
 
     /// Whether the trace goes where talk goes.
     bool IsTraceShown() const { return bTrace && tracePath.empty(); }

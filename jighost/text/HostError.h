@@ -4,10 +4,11 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "jighost/text/PlainText.h"
 
-/// The program's exit codes. Whatever else happened, a program that Ctrl-C ended says so.
+/// The program's exit codes. Whatever else happened, a program that a signal ended says so.
 enum EXIT_CODE : int {
     EXIT_OK = 0,
     EXIT_HOST_ERROR = 1,        ///< the host itself failed, such as for want of memory
@@ -15,7 +16,8 @@ enum EXIT_CODE : int {
     EXIT_NO_MODULE = 3,         ///< the module or the camera link can't be used
     EXIT_OPERATION_FAILED = 4,  ///< an operation's result is a failure that nobody expected
     EXIT_UNEXPECTED = 5,        ///< a result or a value is not the one that was expected
-    EXIT_INTERRUPTED = 130,     ///< Ctrl-C
+    EXIT_BY_SIGNAL = 128,       ///< and the signal's number, as shells count ...
+    EXIT_INTERRUPTED = 130,     ///< ... which is this for Ctrl-C
 };
 
 /// Ends a command with its text on standard error and the exit code.
@@ -33,3 +35,13 @@ class HostError : public std::runtime_error {
 
     EXIT_CODE exitCode;
 };
+
+/// Does `work`; what the system has against it ends the command with this code.
+template <class Work>
+auto WithExitCode(EXIT_CODE exitCode, const Work& work) {
+    try {
+        return work();
+    } catch (const std::system_error& e) {
+        throw HostError(exitCode, e.what());
+    }
+}

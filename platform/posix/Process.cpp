@@ -31,8 +31,17 @@ static pid_t Spawn(
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, childSocket, STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, childSocket, STDOUT_FILENO);
+    // Shells have programs in their background ignore Ctrl-C, and these would pass that on.
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    sigset_t all;
+    sigfillset(&all);
+    posix_spawnattr_setsigdefault(&attributes, &all);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
     pid_t pid = -1;
-    const int error = posix_spawn(&pid, program.c_str(), &actions, nullptr, argv.data(), environ);
+    const int error =
+        posix_spawn(&pid, program.c_str(), &actions, &attributes, argv.data(), environ);
+    posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     return error == 0 ? pid : -1;
 }

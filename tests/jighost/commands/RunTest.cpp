@@ -1,45 +1,14 @@
 // jighost as people use it: run as a program, in a folder of its own.
-#include <fcntl.h>
-#include <poll.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <csignal>
 #include <filesystem>
 
-#include "platform/Process.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportJighost.h"
 
-using testing::EndsWith;
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 namespace {
 
-/// In a fresh folder with the file of a new body, whose owner is "Line 4".
-class JighostTest : public testing::Test {
-  protected:
-    JighostTest() { EXPECT_EQ(RunJighost({"body", "new", "body.yaml"}).exitCode, 0); }
-
-    static std::string Owner() {
-        return RunJighost({"run", "GetOwnerName", "--body", "body.yaml"}).output;
-    }
-
-    static JIGHOST_RUN RunSequence(
-        const std::string& text, std::vector<std::string> arguments = {}) {
-        WriteFile("sequence.yaml", "format: 1\n" + text);
-        arguments.insert(arguments.begin(), {"sequence", "sequence.yaml"});
-        return RunJighost(arguments);
-    }
-
-  private:
-    FreshFolder m_Folder;
-};
-
-const std::string SET_OWNER = "  - {operation: SetOwnerName, record: {OwnerName: Desk}}\n";
-const std::string SAVE_OWNER = "  - operation: SaveOwnerName\n";
 const std::string TOO_LONG = "  - {operation: SetSlitRollingMode, record: {AccumulateTime: 85}";
 
 TEST_F(JighostTest, ExitCodesTellTheKindOfFailure) {
@@ -158,60 +127,5 @@ TEST_F(JighostTest, ShippedSequencesSucceedOnANewBody) {
     EXPECT_THAT(Owner(), StartsWith("OwnerName = \"\"\n"));
     EXPECT_TRUE(std::filesystem::exists("adjustment-data/1f000013.bin"));
 }
-
-// --- Runs that wait for the test ---
-
-/// A named pipe in a file's place: who writes it waits while it is full.
-class NamedPipe {
-  public:
-    explicit NamedPipe(const std::string& path) {
-        EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
-        m_Pipe = open(path.c_str(), O_RDONLY | O_NONBLOCK);
-        EXPECT_EQ(fcntl(m_Pipe, F_SETPIPE_SZ, 4096), 4096);
-    }
-    ~NamedPipe() { close(m_Pipe); }
-    NamedPipe(const NamedPipe&) = delete;
-    NamedPipe& operator=(const NamedPipe&) = delete;
-
-    /// Reads until the text has come; fails the test if it does not.
-    void ReadUntil(const std::string& text) const {
-        std::string all;
-        char chunk[512];
-        pollfd waiting = {m_Pipe, POLLIN, 0};
-        while (all.find(text) == std::string::npos) {
-            ASSERT_EQ(poll(&waiting, 1, 60'000), 1) << all;
-            const ssize_t count = read(m_Pipe, chunk, sizeof(chunk));
-            ASSERT_GT(count, 0) << all;
-            all.append(chunk, static_cast<std::size_t>(count));
-        }
-    }
-
-  private:
-    int m_Pipe = -1;
-};
-
-// The trace of the dump is many times what the pipe takes: the signal comes in its midst.
-TEST_F(JighostTest, InterruptEndsTheSequenceBehindTheStep) {
-    WriteFile(
-        "sequence.yaml", "format: 1\nfolder: .\nsteps:\n" + SET_OWNER + SAVE_OWNER +
-                             "  - operation: LoadPropertyData\n  - operation: ClearOwnerName\n" +
-                             SAVE_OWNER);
-    const NamedPipe talk("talk");
-    Process jighost(
-        "/bin/sh", {"-c", "exec \"$0\" \"$@\" 2>talk", JighostFile(), "sequence", "sequence.yaml",
-                    "--body", "body.yaml", "--record", "run.json", "--trace"});
-    talk.ReadUntil("LoadPropertyData\n");
-    EXPECT_EQ(kill(jighost.Id(), SIGINT), 0);
-    talk.ReadUntil("jighost: interrupted behind step 3\n");
-    EXPECT_EQ(jighost.Wait(), 130);
-    const std::string record = ReadFile("run.json");
-    EXPECT_THAT(record, HasSubstr("\"outcome\": \"interrupted\""));
-    EXPECT_THAT(record, HasSubstr("LoadPropertyData - 0"));
-    EXPECT_THAT(record, Not(HasSubstr("ClearOwnerName")));
-    EXPECT_THAT(record, EndsWith("\n}\n"));
-    EXPECT_THAT(Owner(), StartsWith("OwnerName = \"Desk\"\n"));
-}
-
-// The new file grows in a pipe, a disk that never takes all of it.
 
 }  // namespace

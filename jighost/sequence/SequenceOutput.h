@@ -1,0 +1,32 @@
+// A sequence's run for people: a row for each step as soon as it has ended.
+//
+//      2  read back  0.0 ms  RESULT_SUCCESS (0), not as expected
+//         FilePrefix = "6W1E"
+//         expected FilePrefix "0AB0", got "6W1E"
+#pragma once
+
+#include "jighost/sequence/SequenceRun.h"
+
+class SequenceOutput {
+  public:
+    /// `bLive`: standard error is a terminal, which tells the step that runs. `bRows`: standard
+    /// output gets the rows.
+    SequenceOutput(const SEQUENCE& sequence, const STEP_RANGE& range, bool bLive, bool bRows);
+
+    /// For RunSequence.
+    void OnStep(const STEP_OUTCOME& outcome, bool bDone) const;
+
+  private:
+    void ShowRow(const STEP_OUTCOME& outcome) const;
+
+    const SEQUENCE& m_Sequence;
+    bool m_bLive;
+    bool m_bRows;
+    std::size_t m_NameWidth = 0;
+};
+
+/// How many steps ran, and how many of them were not as expected.
+void ShowSummary(const SEQUENCE_RUN& run);
+
+/// On standard error: each step that was not as expected, and where a signal ended the run.
+void TellProblems(const SEQUENCE_RUN& run);

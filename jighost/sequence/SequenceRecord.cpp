@@ -1,0 +1,96 @@
+// Each step becomes text once. The file is replaced as a whole behind each step, since a file that
+// grows in its place is no JSON at the moment when a kill comes.
+#include "jighost/sequence/SequenceRecord.h"
+
+#include "jighost/session/RunJson.h"
+#include "platform/WholeFile.h"
+
+static const char UNFINISHED[] = "unfinished";
+
+static const char* OutcomeName(EXIT_CODE exitCode) {
+    switch (exitCode) {
+        case EXIT_OK:
+            return "as expected";
+        case EXIT_OPERATION_FAILED:
+            return "operation failed";
+        case EXIT_INTERRUPTED:
+            return "interrupted";
+        default:
+            return "expectation not met";
+    }
+}
+
+static Json StepJson(const STEP_OUTCOME& outcome) {
+    Json step = {
+        {"number", outcome.number},
+        {"name", outcome.step->name},
+        {"outcome", OutcomeName(outcome.exitCode)},
+        {"problem", outcome.problem},
+        {"attempts", outcome.attempts},
+    };
+    step.update(RunJson(outcome.run));
+    return step;
+}
+
+/// A document as it stands within another one. No text of it has a line's end in it.
+static std::string Indented(const std::string& text) {
+    const std::string indent(4, ' ');
+    std::string indented = indent;
+    for (const char character : text) {
+        indented += character;
+        indented += character == '\n' ? indent : "";
+    }
+    return indented;
+}
+
+SequenceRecord::SequenceRecord(const std::string& path, const SEQUENCE& sequence)
+    : m_Path(path), m_Name(sequence.name) {
+    if (!m_Path.empty()) {
+        WithExitCode(EXIT_WRONG_USE, [this] { CheckReplaceable(m_Path); });
+    }
+}
+
+void SequenceRecord::Compose(
+    const char* pszOutcome, std::chrono::duration<double, std::milli> time) {
+    m_Text = JsonText(
+        {{"format", JSON_FORMAT},
+         {"sequence", m_Name},
+         {"outcome", pszOutcome},
+         {"time_ms", time.count()},
+         {"steps", Json::array()}});
+    if (!m_Steps.empty()) {
+        m_Text.erase(m_Text.rfind("]\n}"));
+        m_Text += '\n' + m_Steps + "\n  ]\n}";
+    }
+    m_Text += '\n';
+}
+
+void SequenceRecord::WriteInterim() const {
+    if (!m_Path.empty() && !IsDeviceOrPipe(m_Path)) {
+        WithExitCode(EXIT_HOST_ERROR, [this] { ReplaceFile(m_Path, m_Text, OUTLASTS::KILLS); });
+    }
+}
+
+void SequenceRecord::Begin() {
+    Compose(UNFINISHED, {});
+    WriteInterim();
+}
+
+void SequenceRecord::Add(
+    const STEP_OUTCOME& outcome, std::chrono::duration<double, std::milli> time) {
+    m_Steps += (m_Steps.empty() ? "" : ",\n") + Indented(JsonText(StepJson(outcome)));
+    Compose(UNFINISHED, time);
+    try {
+        WriteInterim();
+    } catch (const HostError&) {
+        // Finish tries again, and tells.
+    }
+}
+
+void SequenceRecord::Finish(const SEQUENCE_RUN& run) {
+    Compose(OutcomeName(run.exitCode), run.time);
+    if (!m_Path.empty()) {
+        WithExitCode(
+            EXIT_HOST_ERROR, [this] { ReplaceFile(m_Path, m_Text, OUTLASTS::POWER_FAILURES); });
+    }
+}

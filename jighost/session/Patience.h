@@ -1,0 +1,8 @@
+// Waiting for what another process has at the moment.
+#pragma once
+
+#include <functional>
+
+/// Makes an attempt now and again until one succeeds. Gives false, in the middle of nothing, when
+/// three seconds have passed or a signal asks the program to end.
+bool SucceedsInTime(const std::function<bool()>& attempt);

@@ -1,0 +1,185 @@
+// What becomes of output that can't be written, that nobody reads, or that a terminal is too narrow
+// for.
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <sstream>
+
+#include "jighost/output/Wrapping.h"
+#include "tests/support/Support.h"
+#include "tests/support/SupportJighost.h"
+
+using testing::HasSubstr;
+
+namespace {
+
+/// Each command with data on standard output; the file sequence.yaml and the folder dump are there.
+const char* const COMMANDS[] = {
+    "--help",
+    "run --help",
+    "list",
+    "list --json",
+    "run GetBodyID",
+    "run GetBodyID --json",
+    "dump dump",
+    "dump dump --json",
+    "sequence sequence.yaml",
+    "sequence sequence.yaml --json",
+    "body show body.yaml",
+    "body show body.yaml --json",
+    "docs",
+    "log",
+    "log --json",
+    "verify dump",
+    "verify dump --json",
+    "diff dump dump",
+    "diff dump dump --json",
+    "doctor",
+    "doctor --json",
+    "completion bash",
+    "run GetBodyID --trace trace.jsonl",
+    "replay trace.jsonl",
+    "replay trace.jsonl --json",
+};
+
+class JighostOutputTest : public JighostTest {
+  protected:
+    JighostOutputTest() {
+        std::filesystem::create_directory("dump");
+        WriteFile("sequence.yaml", "format: 1\nsteps:\n" + SET_OWNER + SAVE_OWNER);
+        EXPECT_EQ(RunJighost({"run", "GetBodyID", "--trace", "trace.jsonl"}).exitCode, 0);
+        EXPECT_EQ(RunJighost({"dump", "dump"}).exitCode, 0);
+    }
+
+    static JIGHOST_RUN RunWith(const std::string& command, const std::string& redirection) {
+        return RunShell("exec \"$0\" " + command + ' ' + redirection);
+    }
+};
+
+TEST_F(JighostOutputTest, EveryCommandEndsWithOneAndALineIfItsDataAreLost) {
+    for (const std::string command : COMMANDS) {
+        EXPECT_EQ(RunWith(command, "").exitCode, 0) << command;
+        for (const std::string redirection : {">/dev/full", ">&-"}) {
+            const JIGHOST_RUN run = RunWith(command, redirection);
+            EXPECT_EQ(run.exitCode, 1) << command << redirection;
+            EXPECT_THAT(run.errors, HasSubstr("jighost: can't write standard output: ")) << command;
+        }
+    }
+    EXPECT_EQ(RunShell("timeout 60 \"$0\" log --follow >/dev/full").exitCode, 1);
+    EXPECT_EQ(RunWith("run GetBodyID --trace", "2>/dev/full").exitCode, 1);
+    EXPECT_EQ(RunWith("run GetBodyID", "2>&-").exitCode, 0);
+    EXPECT_EQ(RunWith("run GetBodyIDs", "2>&-").exitCode, 2);
+    EXPECT_EQ(RunWith("body new other.yaml", ">&-").exitCode, 0) << "it has no data";
+}
+
+// A file that is opened where standard output was would get the data.
+TEST_F(JighostOutputTest, ClosedStandardFilesPassTheirNumbersToNoOtherFile) {
+    const JIGHOST_RUN run =
+        RunWith("run GetBodyID --trace closed.jsonl --body body.yaml", "<&- >&- 2>&-");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(ReadFile("closed.jsonl").find("RESULT_SUCCESS"), std::string::npos);
+    EXPECT_EQ(RunJighost({"replay", "closed.jsonl"}).exitCode, 0);
+}
+
+// The pipe has no reader from the start.
+TEST_F(JighostOutputTest, PipeThatNobodyReadsEndsQuietlyWhenAllThatLastsIsWritten) {
+    const std::string pipe = "mkfifo pipe; exec 3<>pipe 4>pipe 3<&-\n\"$0\" ";
+    for (const std::string command : COMMANDS) {
+        const JIGHOST_RUN run = RunShell(pipe + command + " >&4; code=$?; rm pipe; exit $code");
+        EXPECT_EQ(run.exitCode, 141) << command;
+        EXPECT_EQ(run.errors, "") << command;
+    }
+    const JIGHOST_RUN run =
+        RunShell(pipe + "sequence sequence.yaml --record run.json --body body.yaml >&4");
+    EXPECT_EQ(run.exitCode, 141);
+    EXPECT_THAT(ReadFile("run.json"), HasSubstr("\"outcome\": \"as expected\",\n  \"time_ms"));
+    EXPECT_THAT(Owner(), HasSubstr("Desk"));
+}
+
+// --- Terminals ---
+
+TEST(JighostWrappingTest, LinesBreakBetweenWordsAndGoOnBeneathTheirLastColumn) {
+    const std::pair<std::string, std::string> texts[] = {
+        {"fits in twenty cols.\nshort\n", "fits in twenty cols.\nshort\n"},
+        {"jighost: words that go on\n", "jighost: words that\n  go on\n"},
+        {"  1  name  some words here\n", "  1  name  some\n     words here\n"},
+        {"\033[31mred words in a line\033[0m\n", "\033[31mred words in a line\033[0m\n"},
+        {"M\xc3\xbcller's words do 20\n", "M\xc3\xbcller's words do 20\n"},
+        {"a_word_of_more_than_twenty it is\n", "a_word_of_more_than_twenty\n  it is\n"},
+    };
+    for (const auto& [text, wrapped] : texts) {
+        std::size_t column = 0;
+        EXPECT_EQ(Wrapped(text, 20, column), wrapped);
+    }
+    std::size_t column = 0;
+    EXPECT_EQ(Wrapped("asked for so far", 20, column), "asked for so far");
+    EXPECT_EQ(Wrapped(" and answered\n", 20, column), " and\n  answered\n");
+}
+
+/// A terminal of 60 columns.
+class Terminal {
+  public:
+    Terminal() : m_nMaster(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
+        grantpt(m_nMaster);
+        unlockpt(m_nMaster);
+        path = ptsname(m_nMaster);
+        m_nSlave = open(path.c_str(), O_RDWR | O_NOCTTY);
+        const winsize size = {24, 60, 0, 0};
+        EXPECT_EQ(ioctl(m_nSlave, TIOCSWINSZ, &size), 0);
+    }
+    ~Terminal() {
+        close(m_nSlave);
+        close(m_nMaster);
+    }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    /// Reads until a line that begins like this has come, and gives all that came.
+    std::string ReadUntil(const std::string& lineStart) const {
+        std::string all;
+        pollfd waiting = {m_nMaster, POLLIN, 0};
+        const auto isThere = [&] {
+            const std::size_t line = all.find('\n' + lineStart);
+            return line != std::string::npos && all.ends_with('\n');
+        };
+        while (!isThere() && poll(&waiting, 1, 60'000) == 1) {
+            char text[4096];
+            const ssize_t count = read(m_nMaster, text, sizeof(text));
+            all.append(text, static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        }
+        return all;
+    }
+
+    std::string path;
+
+  private:
+    int m_nMaster;
+    int m_nSlave = -1;
+};
+
+TEST_F(JighostOutputTest, TerminalCutsNoWordOfASequence) {
+    WriteFile(
+        "sequence.yaml",
+        "format: 1\nsteps:\n  - {operation: GetIcuFirmwareVersion, expect_fields: {Version: "
+        "01}}\n");
+    const std::string piped = RunWith("sequence sequence.yaml", "2>&1").output;
+    const Terminal terminal;
+    RunShell("NO_COLOR=1 \"$0\" sequence sequence.yaml >" + terminal.path + " 2>&1");
+    std::istringstream shown(terminal.ReadUntil("jighost: step 1"));
+    std::string words;
+    for (std::string line; std::getline(shown, line);) {
+        line.erase(0, line.rfind("\033[K") == std::string::npos ? 0 : line.rfind("\033[K") + 3);
+        line.pop_back();  // the terminal's carriage return
+        EXPECT_LE(line.size(), 60U) << line;
+        words += line.substr(std::min(line.find_first_not_of(' '), line.size())) + ' ';
+    }
+    EXPECT_THAT(words, HasSubstr("not as expected"));
+    EXPECT_THAT(words, HasSubstr("1 of 1 steps run, 1 not as expected"));
+    EXPECT_THAT(piped, HasSubstr("not as expected\n"));
+}
+
+}  // namespace

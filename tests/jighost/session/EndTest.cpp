@@ -1,0 +1,183 @@
+// Runs that end before their time: by signals, and by kills wherever they stand.
+#include <sys/ptrace.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <nlohmann/json.hpp>
+#include <set>
+
+#include "tests/support/Support.h"
+#include "tests/support/SupportJighost.h"
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+const std::string STEPS = "format: 1\nfolder: .\nsteps:\n" + SET_OWNER + SAVE_OWNER +
+                          "  - operation: LoadPropertyData\n  - operation: ClearOwnerName\n" +
+                          SAVE_OWNER;
+
+nlohmann::json Record() {
+    return nlohmann::json::parse(ReadFile("run.json"), nullptr, false);
+}
+
+/// A sequence that stands in the midst of its third step: its trace is many times what the pipe
+/// takes. The rows of the steps before have come by then, although nobody ends the output.
+class LongRun {
+  public:
+    LongRun() : m_Talk("talk"), m_Rows("rows") {
+        WriteFile("sequence.yaml", STEPS);
+        jighost = std::make_unique<Process>(
+            "/bin/sh",
+            std::vector<std::string>{
+                "-c", "exec \"$0\" \"$@\" 2>talk >rows", JighostFile(), "sequence", "sequence.yaml",
+                "--body", "body.yaml", "--record", "run.json", "--trace"});
+        m_Talk.ReadUntil("LoadPropertyData\n");
+        m_Rows.ReadUntil("  2  SaveOwnerName ");
+    }
+
+    void ReadUntil(const std::string& text) const { m_Talk.ReadUntil(text); }
+
+    std::unique_ptr<Process> jighost;
+
+  private:
+    NamedPipe m_Talk;
+    NamedPipe m_Rows;
+};
+
+TEST_F(JighostTest, SignalEndsTheSequenceBehindTheStepWithAllWritten) {
+    for (const auto& [nSignal, exitCode] :
+         {std::pair(SIGINT, 130), {SIGTERM, 143}, {SIGHUP, 129}}) {
+        ASSERT_EQ(RunShell("rm -f talk rows body.yaml; \"$0\" body new body.yaml").exitCode, 0);
+        const LongRun run;
+        EXPECT_EQ(kill(run.jighost->Id(), nSignal), 0);
+        run.ReadUntil("jighost: interrupted behind step 3\n");
+        EXPECT_EQ(run.jighost->Wait(), exitCode);
+        const nlohmann::json record = Record();
+        EXPECT_EQ(record.value("outcome", ""), "interrupted");
+        ASSERT_EQ(record["steps"].size(), 3U);
+        EXPECT_THAT(record["steps"][2]["log"].back().get<std::string>(), HasSubstr("Data - 0"));
+        EXPECT_THAT(Owner(), StartsWith("OwnerName = \"Desk\"\n"));
+    }
+}
+
+TEST_F(JighostTest, KilledSequenceLeavesTheRecordOfEachStepThatEnded) {
+    const LongRun run;
+    run.jighost->Kill();
+    const nlohmann::json record = Record();
+    EXPECT_EQ(record.value("outcome", ""), "unfinished");
+    ASSERT_EQ(record["steps"].size(), 2U);
+    EXPECT_EQ(record["steps"][1]["operation"], "SaveOwnerName");
+}
+
+// --- Kills at each call of the system that changes files ---
+
+/// Stops a child at its calls of the system.
+class TracedJighost {
+  public:
+    explicit TracedJighost(std::vector<std::string> arguments) : m_Child(fork()) {
+        if (m_Child == 0) {
+            arguments.insert(arguments.begin(), JighostFile());
+            std::vector<char*> argv(arguments.size() + 1, nullptr);
+            std::transform(
+                arguments.begin(), arguments.end(), argv.begin(),
+                [](std::string& argument) { return argument.data(); });
+            freopen("rows.txt", "w", stdout);
+            ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+            execv(argv[0], argv.data());
+            _exit(127);
+        }
+        waitpid(m_Child, &m_nStatus, 0);
+        ptrace(PTRACE_SETOPTIONS, m_Child, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
+    }
+    TracedJighost(const TracedJighost&) = delete;
+    TracedJighost& operator=(const TracedJighost&) = delete;
+    ~TracedJighost() { Kill(); }
+
+    /// Lets it run up to its next call that changes a file; false at its end.
+    bool RunToChange() {
+        static const std::set<std::uint64_t> changes = {
+            SYS_openat, SYS_write, SYS_rename, SYS_unlink, SYS_fchmod, SYS_fsync, SYS_close};
+        for (;;) {
+            ptrace(PTRACE_SYSCALL, m_Child, nullptr, nullptr);
+            waitpid(m_Child, &m_nStatus, 0);
+            if (!WIFSTOPPED(m_nStatus)) {
+                return false;
+            }
+            __ptrace_syscall_info info{};
+            ptrace(PTRACE_GET_SYSCALL_INFO, m_Child, sizeof(info), &info);
+            if (info.op == PTRACE_SYSCALL_INFO_ENTRY && changes.contains(info.entry.nr)) {
+                return true;
+            }
+        }
+    }
+
+    void Kill() {
+        if (WIFSTOPPED(m_nStatus)) {
+            kill(m_Child, SIGKILL);
+            waitpid(m_Child, &m_nStatus, 0);
+        }
+    }
+
+  private:
+    pid_t m_Child;
+    int m_nStatus = 0;
+};
+
+std::size_t LinesOf(const std::string& text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+/// What a kill at the n-th change leaves; false if the run came to its end before.
+bool KillAtChange(int number, const std::string& bodyBefore, const std::string& bodyBehind) {
+    WriteFile("body.yaml", bodyBefore);
+    std::filesystem::remove("run.json");
+    TracedJighost jighost(
+        {"sequence", "sequence.yaml", "--body", "body.yaml", "--record", "run.json"});
+    for (int i = 0; i < number; ++i) {
+        if (!jighost.RunToChange()) {
+            return false;
+        }
+    }
+    jighost.Kill();
+    const std::string body = ReadFile("body.yaml");
+    EXPECT_TRUE(body == bodyBefore || body == bodyBehind) << number << '\n' << body;
+    // The last row is the summary, when all steps have ended.
+    const std::size_t rows = std::min<std::size_t>(LinesOf(ReadFile("rows.txt")), 2);
+    if (rows > 0 || std::filesystem::exists("run.json")) {
+        const nlohmann::json record = Record();
+        EXPECT_TRUE(record.is_object()) << number;
+        EXPECT_GE(record["steps"].size(), rows) << number;
+    }
+    return true;
+}
+
+TEST_F(JighostTest, KillAtNoMomentTearsBodyOrRecordOrLeavesRubbishForGood) {
+    const std::string before = ReadFile("body.yaml");
+    EXPECT_EQ(
+        RunSequence(
+            "steps:\n" + SET_OWNER + SAVE_OWNER, {"--body", "body.yaml", "--record", "run.json"})
+            .exitCode,
+        0);
+    const std::string behind = ReadFile("body.yaml");
+    EXPECT_NE(before, behind);
+    int number = 1;
+    while (KillAtChange(number, before, behind)) {
+        ++number;
+    }
+    EXPECT_GT(number, 50) << "changes of files in a whole run";
+    EXPECT_EQ(RunSequence("steps:\n" + SAVE_OWNER, {"--record", "run.json"}).exitCode, 0);
+    std::set<std::string> files;
+    for (const auto& entry : std::filesystem::directory_iterator(".")) {
+        files.insert(entry.path().filename().string());
+    }
+    EXPECT_THAT(
+        files,
+        testing::ElementsAre(
+            "JigDll.log", "body.yaml", "errors.txt", "rows.txt", "run.json", "sequence.yaml"));
+}
+
+}  // namespace

@@ -1,0 +1,125 @@
+// Several runs, and other hosts, at one body or at one folder block.
+#include <filesystem>
+
+#include "jighost/session/FolderBlock.h"
+#include "jighost/session/HeldFolder.h"
+#include "platform/FileLock.h"
+#include "tests/support/Support.h"
+#include "tests/support/SupportJighost.h"
+
+using testing::HasSubstr;
+
+namespace {
+
+const int PAIRS = 20;
+
+/// Two shell commands at once; gives whether both ended with 0.
+JIGHOST_RUN RunBoth(const std::string& left, const std::string& right) {
+    return RunShell(
+        "\"$0\" " + left + " & first=$!; \"$0\" " + right +
+        "; second=$?; wait $first; exit $(($? + second))");
+}
+
+TEST_F(JighostTest, RunsOnOneBodyTakeTurnsAndLoseNothing) {
+    WriteFile("owner.yaml", "format: 1\nsteps:\n" + SET_OWNER + SAVE_OWNER);
+    WriteFile(
+        "prefix.yaml",
+        "format: 1\nsteps:\n  - operation: SetFilePrefix\n  - operation: SaveFilePrefix\n");
+    const std::string before = ReadFile("body.yaml");
+    for (int pair = 0; pair < PAIRS; ++pair) {
+        WriteFile("body.yaml", before);
+        const JIGHOST_RUN run = RunBoth(
+            "sequence owner.yaml --body body.yaml", "sequence prefix.yaml --body body.yaml");
+        EXPECT_EQ(run.exitCode, 0) << run.errors;
+        const std::string saved = RunJighost({"body", "show", "body.yaml"}).output;
+        EXPECT_THAT(saved, HasSubstr("\"Desk\""));
+        EXPECT_THAT(saved, HasSubstr("\"6W1E\""));
+    }
+}
+
+TEST_F(JighostTest, DumpsOfOneUserAtOnceLandEachInItsFolder) {
+    ASSERT_EQ(RunJighost({"body", "new", "other.yaml"}).exitCode, 0);
+    WriteFile(
+        "sequence.yaml", "format: 1\nsteps:\n" + SET_OWNER + SAVE_OWNER +
+                             "  - operation: SetFilePrefix\n  - operation: SaveFilePrefix\n");
+    ASSERT_EQ(RunJighost({"sequence", "sequence.yaml", "--body", "other.yaml"}).exitCode, 0);
+    for (const std::string option : {"", " --take-folder"}) {
+        for (int pair = 0; pair < PAIRS; ++pair) {
+            ASSERT_EQ(RunShell("rm -rf left right; mkdir left right").exitCode, 0);
+            const JIGHOST_RUN run = RunBoth(
+                "dump left --body body.yaml" + option, "dump right --body other.yaml" + option);
+            EXPECT_EQ(run.exitCode, 0) << run.errors;
+            EXPECT_EQ(RunJighost({"verify", "left", "--body", "body.yaml"}).exitCode, 0);
+            EXPECT_EQ(RunJighost({"verify", "right", "--body", "other.yaml"}).exitCode, 0);
+        }
+    }
+}
+
+// All of them wait for the same three seconds.
+TEST_F(JighostTest, WhatAnotherProcessKeepsIsRefusedWithOneLineAndLeftAsItIs) {
+    std::filesystem::create_directory("host");
+    std::filesystem::create_directory("dump");
+    ASSERT_EQ(RunJighost({"dump", "dump", "--trace", "dump.jsonl"}).exitCode, 0);
+    WriteFile(
+        "sequence.yaml", "format: 1\nfolder: dump\nsteps:\n  - operation: LoadPropertyData\n");
+    FileLock lock;
+    ASSERT_TRUE(lock.Take("body.yaml"));
+    const FolderBlock host;
+    const std::string text = FolderBlockText("host");
+    host.Write(text);
+    const JIGHOST_RUN run = RunShell(
+        "for run in 'run GetBodyID --body body.yaml' 'dump dump' 'sequence sequence.yaml' "
+        "'replay dump.jsonl'; do { \"$0\" $run; echo $?; } & done; wait");
+    EXPECT_EQ(run.output, "1\n1\n1\n1\n");
+    EXPECT_EQ(
+        CountLines(run.errors, "jighost: another run of jighost uses the body body.yaml"), 1U);
+    const std::string held = "another process holds the block SHARED_NAME_FOLDER, for " +
+                             std::filesystem::canonical("host").string();
+    EXPECT_EQ(
+        CountLines(
+            run.errors, "jighost: " + held + "/; --take-folder takes it as long as this run lasts"),
+        3U);
+    EXPECT_EQ(host.Text(), text);
+    EXPECT_TRUE(std::filesystem::is_empty("host"));
+
+    std::filesystem::remove("dump/01000000.bin");
+    for (const std::string command : {"dump dump", "sequence sequence.yaml", "replay dump.jsonl"}) {
+        EXPECT_EQ(RunShell("\"$0\" " + command + " --take-folder").exitCode, 0) << command;
+        EXPECT_EQ(host.Text(), text) << command;
+        EXPECT_TRUE(std::filesystem::is_empty("host")) << command;
+    }
+    EXPECT_TRUE(std::filesystem::exists("dump/01000000.bin"));
+
+    const JIGHOST_RUN there = RunJighost({"run", "LoadPropertyData"});
+    EXPECT_EQ(there.exitCode, 0);
+    EXPECT_THAT(there.errors, HasSubstr(held + "/; a dump goes there"));
+    EXPECT_TRUE(std::filesystem::exists("host/01000000.bin"));
+}
+
+TEST(JighostFolderTest, DumpIntoAnotherFolderOrIntoOneThatNobodyKnowsIsAProblem) {
+    const HeldFolder folder("\\own\\", FOREIGN_FOLDER::REFUSED);
+    const std::string line = "2026/11/22 [VALU] pszFullPath - ";
+    EXPECT_EQ(folder.Problem({"[FUNC] LoadPropertyData", line + "\\own\\"}, false), "");
+    EXPECT_EQ(
+        folder.Problem({line + "\\other\\"}, false),
+        "expected the folder /own/, the module took /other/");
+    EXPECT_NE(folder.Problem({line + "\\other\\"}, true), "");
+    EXPECT_EQ(folder.Problem({}, true), "") << "it failed before";
+    EXPECT_NE(folder.Problem({}, false), "") << "the log is lost";
+}
+
+// A host that writes while the folder is taken has the last word.
+TEST(JighostFolderTest, FormerTextComesBackUnlessItsHolderHasWrittenAnother) {
+    const FolderBlock host;
+    host.Write("\\host\\");
+    { const HeldFolder folder("\\own\\", FOREIGN_FOLDER::TAKEN); }
+    EXPECT_EQ(host.Text(), "\\host\\");
+    {
+        const HeldFolder folder("\\own\\", FOREIGN_FOLDER::TAKEN);
+        EXPECT_EQ(host.Text(), "\\own\\");
+        host.Write("\\new\\");
+    }
+    EXPECT_EQ(host.Text(), "\\new\\");
+}
+
+}  // namespace
