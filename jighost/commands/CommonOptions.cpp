@@ -5,8 +5,7 @@
 
 void AddModuleOption(Command& command, HOST& host) {
     command.AddOption(
-        "--module", host.session.modulePath, "The module's file; else the one beside jighost",
-        "PATH");
+        "--module", host.session.modulePath, "The module's file; else jighost's own", "PATH");
 }
 
 /// A --trace without its file takes a field that stands behind it for one.

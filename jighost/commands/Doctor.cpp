@@ -26,7 +26,7 @@ void AddDoctorCommand(Command& program, HOST& host) {
         "Tells whether a module and a camera link can serve in the current directory, and why "
         "not");
     const auto pOptions = std::make_shared<DOCTOR_OPTIONS>();
-    command.AddOption("module", pOptions->path, "The module's file; else the one beside jighost");
+    command.AddOption("module", pOptions->path, "The module's file; else jighost's own");
     AddLinkOption(command, host);
     command.AddFlag(
         "--in-process", pOptions->bInProcess,

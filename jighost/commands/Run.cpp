@@ -38,7 +38,7 @@ void AddRunCommand(Command& program, HOST& host) {
         "  jighost run SetFilePrefix --trace\n"
         "  jighost run SetFilePrefix --trace prefix.jsonl --fault SetFilePrefix:2=0x2001\n"
         "  jighost run TurnOffDisplay --fault FactDisp_TurnOffDisplay:word=3\n"
-        "BoardInf.ini is taken from the current directory, or else from beside jighost. A dump\n"
+        "BoardInf.ini is taken from the current directory, or else jighost's sample. A dump\n"
         "without a folder block goes to the current directory.");
     command.SetWork([&host, pOptions] { host.exitCode = Run(host, *pOptions); });
 }

@@ -12,7 +12,7 @@
 #include "jighost/text/PlainText.h"
 
 /// Behind the number and two blanks.
-static const std::string INDENT(5, ' ');
+static const std::string OUTCOME_INDENT(5, ' ');
 static const int TIME_WIDTH = 9;
 
 SequenceOutput::SequenceOutput(
@@ -59,7 +59,7 @@ static void ShowFields(const STEP_OUTCOME& outcome) {
     std::stringstream lines;
     ShowRecord(lines, *info.record, outcome.run.record);
     for (std::string line; std::getline(lines, line);) {
-        std::cout << INDENT << line << '\n';
+        std::cout << OUTCOME_INDENT << line << '\n';
     }
 }
 
@@ -70,7 +70,7 @@ void SequenceOutput::ShowRow(const STEP_OUTCOME& outcome) const {
               << OutcomeText(outcome) << '\n';
     ShowFields(outcome);
     if (!outcome.problem.empty()) {
-        std::cout << INDENT << Coloured(PlainText(outcome.problem), COLOUR::RED) << '\n';
+        std::cout << OUTCOME_INDENT << Coloured(PlainText(outcome.problem), COLOUR::RED) << '\n';
     }
 }
 

@@ -5,16 +5,15 @@
 
 #include "bodylnk/SimulatedBody.h"
 #include "jighost/session/BodyFile.h"
+#include "jighost/session/Installation.h"
 #include "jighost/session/Patience.h"
 #include "jighost/text/HostError.h"
-#include "platform/Program.h"
 
-/// The current directory's BoardInf.ini is the one that counts; the sample lies beside this
-/// program.
+/// The current directory's BoardInf.ini is the one that counts; the sample stands in for it.
 static void UseSampleInstallation() {
     std::error_code error;
     if (!std::filesystem::exists("BoardInf.ini", error)) {
-        SimulatedBody::SetInstallationFolder(ProgramFolder().string());
+        SimulatedBody::SetInstallationFolder(SampleFolder().string());
     }
 }
 

@@ -6,10 +6,10 @@
 
 #include "frame/Result.h"
 #include "jighost/operations/ResultName.h"
+#include "jighost/session/Installation.h"
 #include "jighost/session/LibraryFormat.h"
 #include "jighost/text/HostError.h"
 #include "platform/LibraryError.h"
-#include "platform/Program.h"
 
 // The callback has no place for a context: what it collects into stands here while it is in use.
 static std::vector<REGISTERED_OPERATION>* g_pCollected = nullptr;
@@ -21,8 +21,7 @@ static void CollectOperation(
 }
 
 std::string FullModulePath(const std::string& path) {
-    return (path.empty() ? ProgramFolder() / MODULE_FILE_NAME : std::filesystem::absolute(path))
-        .string();
+    return (path.empty() ? OwnModule() : std::filesystem::absolute(path)).string();
 }
 
 /// Ahead of loading: a file that is cut off would end this program within the loader.

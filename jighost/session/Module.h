@@ -17,14 +17,14 @@ struct REGISTERED_OPERATION {
     std::int32_t direction;
 };
 
-/// Where the module of a path given by a person lies; an empty path stands for the module beside
-/// this program. Absolute, since the loader searches its own folders for a bare name.
+/// Where the module of a path given by a person lies; an empty path stands for the one that
+/// belongs to this program. Absolute, since the loader searches its own folders for a bare name.
 std::string FullModulePath(const std::string& path);
 
 class Module {
   public:
-    /// Loads `path`, or the module beside this program if `path` is empty, and has it register its
-    /// operations. Throws EXIT_NO_MODULE if that fails.
+    /// Loads the module of `path`, as FullModulePath takes it, and has it register its operations.
+    /// Throws EXIT_NO_MODULE if that fails.
     explicit Module(const std::string& path);
     ~Module();
     Module(const Module&) = delete;

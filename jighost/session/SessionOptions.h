@@ -8,7 +8,7 @@
 #include "jighost/session/Outputs.h"
 
 struct SESSION_OPTIONS {
-    std::string modulePath;           ///< from --module; empty for the module beside this program
+    std::string modulePath;           ///< from --module; empty for jighost's own
     std::string bodyPath;             ///< from --body; empty for a factory-new body
     std::string linkPath;             ///< from --link; empty for the simulated body
     bool bTrace = false;              ///< from --trace ...
