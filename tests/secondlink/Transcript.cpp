@@ -9,8 +9,13 @@
 #include "frame/Registration.h"
 #include "tests/support/Driver.h"
 
+/// An export's address, whose form the caller knows.
+static void (*FunctionIn(HMODULE library, const char* pszName))() {
+    return reinterpret_cast<void (*)()>(GetProcAddress(library, pszName));
+}
+
 SECOND_LINK& SecondLinkIn(HMODULE library) {
-    const auto getLink = reinterpret_cast<SECOND_LINK_PROC>(GetProcAddress(library, "SecondLink"));
+    const auto getLink = reinterpret_cast<SECOND_LINK_PROC>(FunctionIn(library, "SecondLink"));
     if (getLink == nullptr) {
         throw std::runtime_error("there is no second link");
     }
@@ -27,7 +32,7 @@ static void Collect(
 
 static std::int32_t RegisterOperations(HMODULE module) {
     const auto registerAll = reinterpret_cast<std::int32_t (*)(EVENT_PROC_REGISTER_FUNC)>(
-        GetProcAddress(module, "RegisterEventProcList"));
+        FunctionIn(module, "RegisterEventProcList"));
     return registerAll(Collect);
 }
 
