@@ -130,6 +130,5 @@ static EXIT_CODE Dump(const HOST& host, const std::string& folder) {
     const OPERATION_RUN run = session.Run(info, NewRecord(*info.record));
     progress.Clear();
     const bool bWritten = session.Finish();
-    const EXIT_CODE exitCode = Report(host, folder, run, progress);
-    return bWritten ? exitCode : EXIT_HOST_ERROR;
+    return session.Conclude(Report(host, folder, run, progress), bWritten);
 }

@@ -97,8 +97,7 @@ static EXIT_CODE RunAndShow(
     const OPERATION_RUN run = session.Run(info, std::move(bytes));
     const bool bWritten = session.Finish();
     ShowRun(host, run);
-    const EXIT_CODE exitCode = Judge(run);
-    return bWritten ? exitCode : EXIT_HOST_ERROR;
+    return session.Conclude(Judge(run), bWritten);
 }
 
 static EXIT_CODE Run(const HOST& host, const RUN_OPTIONS& options) {

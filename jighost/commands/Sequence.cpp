@@ -123,5 +123,5 @@ static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options) {
     const bool bSessionWritten = session.Finish();
     const bool bRecordWritten = DoOrComplain([&] { record.Finish(run); });
     Report(host, run, record);
-    return bSessionWritten && bRecordWritten ? run.exitCode : EXIT_HOST_ERROR;
+    return session.Conclude(run.exitCode, bSessionWritten && bRecordWritten);
 }

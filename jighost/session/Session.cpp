@@ -113,3 +113,10 @@ bool Session::Finish() const {
     const bool bTrace = m_pTrace == nullptr || DoOrComplain([this] { m_pTrace->Finish(); });
     return bBody && bTrace;
 }
+
+EXIT_CODE Session::Conclude(EXIT_CODE exitCode, bool bWritten) const {
+    if (!bWritten) {
+        return EXIT_HOST_ERROR;
+    }
+    return exitCode == EXIT_OK && !m_Faults.NotMet().empty() ? EXIT_UNEXPECTED : exitCode;
+}

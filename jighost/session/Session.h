@@ -19,6 +19,7 @@
 #include "jighost/session/KeptBody.h"
 #include "jighost/session/Module.h"
 #include "jighost/session/SessionOptions.h"
+#include "jighost/text/HostError.h"
 
 class Trace;
 
@@ -37,9 +38,9 @@ class Session {
   public:
     /// Switches the simulated body on, with the saved values of --body's file, or puts another
     /// camera link in its place, loads the module and takes what the session needs for itself: the
-    /// body's file, the folder of dumps. From now on Ctrl-C only sets IsInterrupted, and a pipe that
-    /// nobody reads ends nothing: what lasts is written. Throws EXIT_WRONG_USE for a bad file, a
-    /// file that can't be written or a bad fault, EXIT_NO_MODULE for a bad module or link,
+    /// body's file, the folder of dumps. From now on Ctrl-C only sets IsInterrupted, and a pipe
+    /// that nobody reads ends nothing: what lasts is written. Throws EXIT_WRONG_USE for a bad file,
+    /// a file that can't be written or a bad fault, EXIT_NO_MODULE for a bad module or link,
     /// EXIT_HOST_ERROR if another process keeps body or folder.
     explicit Session(const SESSION_OPTIONS& options);
     ~Session();  ///< writes nothing back
@@ -60,6 +61,10 @@ class Session {
     /// saved nothing leaves the file as it is. Tells people of faults that no call has met. Gives
     /// false if body or trace could not be written, and has told why.
     bool Finish() const;
+
+    /// The exit code of a command that came to `exitCode` by itself: EXIT_HOST_ERROR if not all was
+    /// written, EXIT_UNEXPECTED in place of success if a fault met no call: it tested nothing.
+    EXIT_CODE Conclude(EXIT_CODE exitCode, bool bWritten) const;
 
   private:
     KeptBody m_Body;

@@ -149,9 +149,10 @@ TEST_F(JighostTraceTest, FaultsStrikeWhereTheyAreAsked) {
     expect("FactDisp_TurnOffDisplay=-3", "event or link code (-3)");
     expect("TurnOffDisplay:1:word=7", "RESULT_RUNTIME_ERROR (7)");
     expect("FactDisp_TurnOffDisplay:word=5", "RESULT_OUT_OF_MEMORY (5)");
-    EXPECT_EQ(
-        expect("TurnOffDisplay:2=0x2001", "RESULT_SUCCESS (0)").errors,
-        "jighost: no call has met the fault TurnOffDisplay:2=0x2001\n");
+    const JIGHOST_RUN missed =
+        RunJighost({"run", "TurnOffDisplay", "--fault", "TurnOffDisplay:2=0x2001"});
+    EXPECT_EQ(missed.exitCode, 5);
+    EXPECT_EQ(missed.errors, "jighost: no call has met the fault TurnOffDisplay:2=0x2001\n");
 }
 
 TEST_F(JighostTraceTest, FaultThatCannotBeIsRefused) {
