@@ -45,7 +45,7 @@ static bool CanTake(HANDLE mutex) {
     return pTaken->get_future().wait_for(BLOCK_PATIENCE) == std::future_status::ready;
 }
 
-static std::string ErrorText(const SHARED_BLOCK& block, const char* what) {
+static std::string BlockErrorText(const SHARED_BLOCK& block, const char* what) {
     return std::string(what) + " " + block.name + " (error " + std::to_string(GetLastError()) + ")";
 }
 
@@ -53,16 +53,16 @@ static std::string BlockFault(const SHARED_BLOCK& block) {
     const Handle mapping(CreateFileMappingA(
         INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, block.size, block.name));
     if (mapping == nullptr) {
-        return ErrorText(block, "can't open the block");
+        return BlockErrorText(block, "can't open the block");
     }
     const void* pView = MapViewOfFile(mapping.get(), FILE_MAP_ALL_ACCESS, 0, 0, 0);
     if (pView == nullptr) {
-        return ErrorText(block, "can't map the block");
+        return BlockErrorText(block, "can't map the block");
     }
     UnmapViewOfFile(pView);
     Handle mutex(CreateMutexA(nullptr, FALSE, block.mutexName));
     if (mutex == nullptr) {
-        return ErrorText(block, "can't open the mutex of the block");
+        return BlockErrorText(block, "can't open the mutex of the block");
     }
     if (!CanTake(mutex.get())) {
         static_cast<void>(mutex.release());  // the thread still waits for it

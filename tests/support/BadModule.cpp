@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 
 #include "frame/Registration.h"
 #include "platform/Export.h"
@@ -42,7 +43,10 @@ extern "C" MODULE_API std::int32_t RegisterEventProcList(EVENT_PROC_REGISTER_FUN
         std::_Exit(0);
     }
     if (IsAsked("leave")) {
-        void* pSound = dlopen(MODULE_FILE, RTLD_NOW);
+        Dl_info own{};
+        dladdr(&s_Module, &own);
+        const std::filesystem::path file(own.dli_fname);
+        void* pSound = dlopen((file.parent_path() / MODULE_FILE).c_str(), RTLD_NOW);
         return reinterpret_cast<decltype(&RegisterEventProcList)>(
             dlsym(pSound, "RegisterEventProcList"))(callback);
     }

@@ -116,7 +116,9 @@ TEST_F(JighostTraceTest, HostileFilesEndInOneLine) {
     expect(
         {"replay", "deep.jsonl"},
         "deep.jsonl:2: expected a JSON object with fields of plain values");
-    WriteFile("long.yaml", std::string(16'000'001, '#'));
+    std::string comment("#");
+    comment.resize(16'000'001);
+    WriteFile("long.yaml", comment);
     expect({"sequence", "long.yaml"}, "can't read long.yaml: expected at most 16000000 bytes");
     for (const char* pszDevice : {"/dev/zero", "/dev/full", "."}) {
         const std::string line = std::string("can't read ") + pszDevice + ": it is no regular file";
