@@ -115,12 +115,12 @@ static ssize_t WriteToStream(int descriptor, const void* pData, unsigned int cou
 }
 
 // Pipes and terminals, which alone raise those signals, have no end to write at: they refuse that,
-// in silence.
+// in silence. A system without the call does so for all files.
 static ssize_t WriteOnce(int file, const void* pData, unsigned int count) {
     if (GrowsAtItsEnd(file)) {
         const iovec bytes{const_cast<void*>(pData), count};
         const ssize_t written = pwritev2(Descriptor(file), &bytes, 1, 0, RWF_APPEND);
-        if (written >= 0 || (errno != ESPIPE && errno != ENOTSUP)) {
+        if (written >= 0 || (errno != ESPIPE && errno != ENOTSUP && errno != ENOSYS)) {
             return written;
         }
     }
