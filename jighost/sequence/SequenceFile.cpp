@@ -66,11 +66,13 @@ class StepReader {
     std::vector<FIELD_VALUE> Fields(const YAML::Node& node) const {
         m_File.RequireMap(node, "the fields of a record");
         std::vector<FIELD_VALUE> fields;
+        const OPERATION_INFO& info = *m_Step.info;
+        RecordBytes record = NewRecord(*info.record);
         for (const auto& entry : node) {
             fields.push_back(
                 {m_File.Text(entry.first, "the name of a field"),
                  m_File.Text(entry.second, "the value of a field")});
-            Explain(entry.first, [&] { BuildRecord(*m_Step.info, fields); });
+            Explain(entry.first, [&] { SetFields(info.name, *info.record, record, fields); });
         }
         return fields;
     }
