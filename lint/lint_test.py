@@ -5,7 +5,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from units import touched_units
+from units import checks, touched_units
 
 RULES = """
 [stands_on]
@@ -106,6 +106,9 @@ class UnitsTest(unittest.TestCase):
                 ({"base/CMakeLists.txt"}, ["batch", "single"]),
                 ({"red/.clang-tidy"}, ["batch", "single"])]:
             self.assertEqual(touched_units(units, GOOD, changed), touched)
+        for whole, inside in [(True, {"module/Module.cpp"}), (False, {"jighost/main.cpp"}),
+                              (True, {"tests/Test.cpp", "link/Link.cpp"})]:
+            self.assertEqual(checks(inside) == "", whole)
 
 
 if __name__ == "__main__":

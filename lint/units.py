@@ -1,5 +1,6 @@
-"""Prints what clang-tidy has to look at: each file that a build compiles, or those alone that what
-has changed since a base can touch. Usage: units.py BUILD [BASE]"""
+"""Prints what clang-tidy has to look at, a line for its checks and a line for the file: each file
+that a build compiles, or those alone that what has changed since a base can touch.
+Usage: units.py BUILD [BASE]"""
 import json
 import subprocess
 import sys
@@ -9,6 +10,11 @@ from includes import include_graph, includes_of, read_tree, with_includers
 
 # A change of one of these touches all.
 RULES = (".clang-tidy", "CMakeLists.txt", "CMakePresets.json", "dev", ".cmake", ".py")
+
+# The bench stands on the largest headers of others. Checks that walk through those headers' code take
+# three quarters of its time; they are kept for what runs in somebody's host.
+BENCH = ("jighost/", "tests/", "bench/", "fuzz/")
+LEFT_OUT = "-clang-analyzer-*,-performance-unnecessary-value-param"
 
 
 def compiled_units(build):
@@ -31,6 +37,11 @@ def touched_units(units, tree, changed):
     return [unit for unit, inside in units.items() if inside & touched]
 
 
+def checks(inside):
+    """What a unit of these files adds to the checks of .clang-tidy."""
+    return LEFT_OUT if all(path.startswith(BENCH) for path in inside) else ""
+
+
 def changed_since(base):
     """Files that differ from where the base was left, and new ones that git does not know yet."""
     def lines(*command):
@@ -44,7 +55,8 @@ def main(build, base=None):
     units = compiled_units(build)
     found = touched_units(units, read_tree(), changed_since(base)) if base else list(units)
     # The largest, which the build compiles last, go first, so that no processor waits for them.
-    print("".join(unit + "\n" for unit in reversed(found)), end="")
+    for unit in reversed(found):
+        print(f"--checks={checks(units[unit])}\n{unit}")
 
 
 if __name__ == "__main__":
