@@ -41,51 +41,13 @@ TEST_F(EepromTest, RangeIsCheckedBeforeAnyWord) {
     }
 }
 
-TEST_F(EepromTest, ReadStoresFullWordsInTheSlotsOfItsRange) {
-    SimulatedBody::ScriptEvent("FA_ReadEepromData", {0x10A3C, 0x2B});
-    EXPECT_EQ(RunRange("GetABoardEepromData", 10, 2), 0);
-    EXPECT_THAT(std::vector(m_Data.Data + 9, m_Data.Data + 13), ElementsAre(0, 0x10A3C, 0x2B, 0));
-    EXPECT_THAT(
-        Calls(),
-        ElementsAre(
-            POWER_OFF, "Execute FA_ReadEepromData 10", "Execute FA_ReadEepromData 11", POWER_ON));
-    EXPECT_EQ(
-        Log(), Frame(
-                   "GetABoardEepromData", 0,
-                   "> [----] pData->Address : 10\n"
-                   "> [----] pData->Count   : 2\n"
-                   "> [VALU] Data - 68156( 0x10a3c )\n"
-                   "> [VALU] Data - 43( 0x002b )\n"));
-}
-
-TEST_F(EepromTest, WritePassesWholeSlotsOnAndIgnoresTheAnswer) {
-    SimulatedBody::ScriptEvent("FA_WriteEepromData", {3});
-    m_Data.Data[126] = 0x1234;
-    m_Data.Data[127] = 0xFFFFFFFF;
-    EXPECT_EQ(RunRange("SetABoardEepromData", 126, 2), 0);
-    EXPECT_THAT(
-        Calls(), ElementsAre(
-                     POWER_OFF, "ClearParameters", "PushParameterAsInteger 126",
-                     "PushParameterAsInteger 4660", "Execute FA_WriteEepromData 0",
-                     "ClearParameters", "PushParameterAsInteger 127", "PushParameterAsInteger -1",
-                     "Execute FA_WriteEepromData 0", POWER_ON));
-    EXPECT_EQ(
-        Log(), Frame(
-                   "SetABoardEepromData", 0,
-                   "> [VALU] ulData - 4660( 0x1234 )\n"
-                   "> [VALU] ulData - 4294967295( 0xffffffff )\n"));
-}
-
-TEST_F(EepromTest, DebugPrintShowsTheLow16BitsOfAllWords) {
-    std::string lines;
-    std::vector<std::int32_t> answers;
-    for (std::uint8_t word = 0; word < 128; ++word) {
-        answers.push_back(0x70A00 + word);
-        lines += "> [VALU] Data( 0x" + Hex({word}) + " ) - 0x0a" + Hex({word}) + "\n";
-    }
-    SimulatedBody::ScriptEvent("FA_ReadEepromData", answers);
+TEST_F(EepromTest, LongWordsAreReadWholeAndPrintedByTheirLow16Bits) {
+    SimulatedBody::ScriptEvent("FA_ReadEepromData", {0x10A3C});
+    EXPECT_EQ(RunRange("GetABoardEepromData", 0, 128), 0);
+    EXPECT_EQ(CountLines(Log(), "> [VALU] Data - 68156( 0x10a3c )"), 128U);
+    EXPECT_THAT(m_Data.Data, testing::Each(0x10A3CU));
     EXPECT_EQ(Run("DebugPrintABoardEepromData"), 0);
-    EXPECT_EQ(Log(), Frame("DebugPrintABoardEepromData", 0, lines));
+    EXPECT_THAT(Log(), HasLine("> [VALU] Data( 0x7f ) - 0x0a3c"));
 }
 
 TEST_F(EepromTest, DebugPrintLeavesHexadecimalOnWhenItFails) {
@@ -99,20 +61,16 @@ TEST_F(EepromTest, DebugPrintLeavesHexadecimalOnWhenItFails) {
     EXPECT_THAT(Log(), HasLine("> [----] pData->Address : 16"));
 }
 
-TEST_F(EepromTest, PowerSavingIsOnAgainBeforeTheClosingLineOrBehindItAfterAFailure) {
-    std::string logThen;
-    SimulatedBody::Observe([&](const SimulatedBody::CALL& call, bool complete) {
-        if (call.name == "EnablePowerSave" && complete) {
-            logThen = Log();
-        }
-    });
-    EXPECT_EQ(RunRange("GetABoardEepromData", 0, 1), 0);
-    EXPECT_EQ(CountLines(logThen, "> [FUNC] GetABoardEepromData - 0"), 0U);
-    SimulatedBody::FailCall(3);  // the second word
-    EXPECT_EQ(RunRange("GetABoardEepromData", 0, 3), LINK_FAILURE);
-    EXPECT_THAT(logThen, Closes("GetABoardEepromData", LINK_FAILURE));
-    EXPECT_EQ(Calls().back(), POWER_ON);
-    SimulatedBody::Observe({});
+TEST_F(EepromTest, PowerSavingIsOnAgainBehindTheClosingLineOfAFailure) {
+    m_Data.Count = 1;
+    SimulatedBody::FailCall(2);
+    EXPECT_THAT(
+        RunSteps("GetABoardEepromData", &m_Data),
+        ElementsAre(
+            "> [----]", "> [FUNC] GetABoardEepromData", POWER_OFF,
+            "Execute FA_ReadEepromData 0 failed", "> [----] pData->Address : 0",
+            "> [----] pData->Count   : 1", "> [ERR!] - " + LINK_MESSAGE,
+            "> [FUNC] GetABoardEepromData - 8193", POWER_ON));
 }
 
 TEST_F(EepromTest, GuardSendsNothingInVainAndThrowsNothing) {
@@ -120,9 +78,11 @@ TEST_F(EepromTest, GuardSendsNothingInVainAndThrowsNothing) {
     EXPECT_EQ(RunRange("SetABoardEepromData", 0, 1), LINK_FAILURE);
     EXPECT_THAT(Calls(), ElementsAre("Execute DisablePowerSave 0 failed"));
     SimulatedBody::FailEvent("EnablePowerSave");
-    EXPECT_EQ(Run("GetABoardEepromData"), 3);
-    EXPECT_EQ(Log(), FailedFrame("GetABoardEepromData", 3, "[VALU] pData"));
-    EXPECT_THAT(Calls(), ElementsAre(POWER_OFF, "Execute EnablePowerSave 0 failed"));
+    for (const std::string name : {"GetABoardEepromData", "SetABoardEepromData"}) {
+        Expect(
+            name, 3, {POWER_OFF, "Execute EnablePowerSave 0 failed"},
+            FailedFrame(name, 3, "[VALU] pData"));
+    }
 }
 
 // --- Resonant frequency ---
@@ -137,29 +97,6 @@ class DLResonantFrequencyTest : public ModuleTest {
         return "> [VALU] Address - " + address + "\n> [VALU] Size    - " + size + "\n";
     }
 };
-
-TEST_F(DLResonantFrequencyTest, WrittenBytesComeBackExchangedInEachHalf) {
-    WriteBoardInf("Address=100\nSize=5\n");
-    std::uint8_t bytes[] = {0x12, 0x34, 0x56, 0x78, 0x9A};
-    EXPECT_EQ(Run("SetBoardInfDLResonantFrequency", bytes), 0);
-    EXPECT_THAT(Calls(), testing::Contains("Execute FA_WriteEepromData 0").Times(2));
-    EXPECT_EQ(SimulatedBody::Eeprom()[100], 0x1234);
-    EXPECT_EQ(SimulatedBody::Eeprom()[101], 0x5678);
-    const std::string lines = RangeLines("100", "5") + "> [VALU] Count   - 2\n";
-    // The dump has a stream of its own, which reaches the file first.
-    EXPECT_EQ(
-        Log(), Frame(
-                   "SetBoardInfDLResonantFrequency", 0,
-                   Frame(
-                       "DebugPrintDumpMemory", 0,
-                       "> [VALU]  DataSize = 5\n"
-                       "> [VALU] Data[ 00000000 ] -  12 34 56 78 9a \n") +
-                       lines));
-    std::uint32_t frequency = 0;
-    EXPECT_EQ(Run("GetBoardInfDLResonantFrequency", &frequency), 0);
-    EXPECT_EQ(frequency, 0x56781234U);
-    EXPECT_EQ(Log(), Frame("GetBoardInfDLResonantFrequency", 0, lines));
-}
 
 TEST_F(DLResonantFrequencyTest, DumpBreaksItsRowsAt16BytesAndItsGroupsAt8) {
     const std::string eight = "> [VALU] Data[ 00000000 ] -  ff ff ff ff ff ff ff ff  ff ";
@@ -179,7 +116,7 @@ TEST_F(DLResonantFrequencyTest, DumpBreaksItsRowsAt16BytesAndItsGroupsAt8) {
 TEST_F(DLResonantFrequencyTest, SizeThatNoBufferCanHaveIsRefused) {
     std::uint32_t frequency = 0x5555;
     for (const auto& [size, count] :
-         {std::pair("3", "1"), {"0", "0"}, {"2147483647", "1073741823"}, {"-5", "-3"}}) {
+         {std::pair("3", "1"), {"0", "0"}, {"65537", "32768"}, {"-5", "-3"}}) {
         WriteBoardInf(std::string("Address=7\nSize=") + size);
         EXPECT_EQ(Run("GetBoardInfDLResonantFrequency", &frequency), 35);
         EXPECT_EQ(
@@ -193,8 +130,27 @@ TEST_F(DLResonantFrequencyTest, SizeThatNoBufferCanHaveIsRefused) {
         Log(),
         FailedFrame("SetBoardInfDLResonantFrequency", 35, "[VALU] Size", RangeLines("7", "-5")));
     // Far beyond the four bytes of the host.
-    WriteBoardInf("Address=7\nSize=2147483647");
+    WriteBoardInf("Address=7\nSize=65537");
     EXPECT_EQ(Run("SetBoardInfDLResonantFrequency", &frequency), 35);
+    WriteBoardInf("Address=7\nSize=65536");
+    Run("GetBoardInfDLResonantFrequency", &frequency);
+    EXPECT_EQ(Calls().back(), "Execute FA_ReadEepromData 128 failed");
+}
+
+// The line prefix of the byte count fails after 6 others, those of the rows behind it.
+TEST_F(DLResonantFrequencyTest, DumpIsInTheFileUpToTheByteAheadOfAFailure) {
+    WriteBoardInf("Address=0\nSize=17\n");
+    std::vector<std::uint8_t> bytes(17, 0xFF);
+    for (const auto& [line, text] :
+         {std::pair(8U, "> [VALU]  DataSize = 17\n"),
+          std::pair(
+              9U,
+              "> [VALU] Data[ 00000000 ] -  ff ff ff ff ff ff ff ff  "
+              "ff ff ff ff ff ff ff ff ")}) {
+        SimulatedBody::FailLinePrefix(line);
+        EXPECT_EQ(Run("SetBoardInfDLResonantFrequency", bytes.data()), LINK_FAILURE);
+        EXPECT_THAT(Log(), testing::HasSubstr(text));
+    }
 }
 
 TEST_F(DLResonantFrequencyTest, MissingKeyIsNamed) {
@@ -219,34 +175,6 @@ TEST_F(DLResonantFrequencyTest, RefusedWordEndsTheWrite) {
     EXPECT_EQ(Run("SetBoardInfDLResonantFrequency", bytes), 0x35);
     EXPECT_THAT(Log(), HasLine("> [ERR!] - [EVNT] FA_WriteEepromData"));
     EXPECT_THAT(Calls(), testing::Contains("Execute FA_WriteEepromData 0").Times(2));
-}
-
-TEST_F(DLResonantFrequencyTest, CopyMovesTheWordsToPropertyAndMemoryUnsaved) {
-    WriteBoardInf("Address=100\nSize=4\n");
-    SimulatedBody::Eeprom()[100] = 0x120A;
-    SimulatedBody::Eeprom()[101] = 0x5678;
-    EXPECT_EQ(Run("CopyDLResonantFrequency"), 0);
-    EXPECT_THAT(
-        Calls(), ElementsAre(
-                     "GetPropertyFullPath BoardInf.ini", "Execute FA_ReadEepromData 100",
-                     "Execute FA_ReadEepromData 101", "Set 0x100000E 4: 0a 12 78 56", "OpenSession",
-                     "ChangeBank 0xEE", "WriteMemory 0x1F28 2: 12 0a", "CloseSession"));
-    EXPECT_THAT(
-        Log(), testing::HasSubstr(Frame(
-                   "SetDLResonantFrequency", 0, "> [VALU] byData - 12\n> [VALU] byData - 0a\n")));
-    EXPECT_EQ(Run("SaveDLResonantFrequency"), 0);
-    EXPECT_THAT(Calls(), ElementsAre("Save 0x100000E"));
-}
-
-TEST_F(DLResonantFrequencyTest, FailedMemoryLeavesThePropertySetAndReadFillsTheSecondWord) {
-    std::uint32_t frequency = 4000000000;
-    SimulatedBody::FailCall(4);  // WriteMemory
-    EXPECT_EQ(Run("SetDLResonantFrequency", &frequency), LINK_FAILURE);
-    std::uint32_t words[2] = {1, 2};
-    EXPECT_EQ(Run("GetDLResonantFrequency", words), 0);
-    EXPECT_THAT(words, ElementsAre(1, 4000000000));
-    EXPECT_THAT(Calls(), ElementsAre("Get 0x100000E 4"));
-    EXPECT_EQ(Log(), Frame("GetDLResonantFrequency", 0, "> [VALU] unFrequencyD - 4000000000\n"));
 }
 
 }  // namespace

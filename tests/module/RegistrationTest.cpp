@@ -2,61 +2,9 @@
 #include <map>
 #include <set>
 
-#include "tests/support/Support.h"
+#include "tests/support/SupportOperations.h"
 
 namespace {
-
-struct EXPECTED {
-    const char* name;
-    std::int32_t size = 0;
-    std::int32_t direction = 3;
-};
-
-// clang-format off
-const EXPECTED OPERATIONS[] = {
-    {"DebugPrintABoardEepromData"}, {"GetABoardEepromData"}, {"SetABoardEepromData"},
-    {"GetDigitalParaAdjData", 8, 1}, {"DisableAF"}, {"DisableAf"}, {"EnableAF"}, {"EnableAf"},
-    {"DisableAutoActiveSweep"}, {"EnableAutoActiveSweep"}, {"SaveAutoActiveSweep"},
-    {"ExecuteAutoActiveSweep"}, {"DisableAutoLightingOptimizer"}, {"EnableAutoLightingOptimizer"},
-    {"SaveAutoLightingOptimizer"}, {"GetAutoPowerOffTime"}, {"SetAutoPowerOffTime"},
-    {"DisableAutoPowerOff"}, {"EnableAutoPowerOff"}, {"SaveAutoPowerOff"}, {"CheckBatteryStatus"},
-    {"SetBodyID", 20, 0}, {"GetBodyID", 20, 1}, {"SaveBodyID"}, {"DisableBootDisk"},
-    {"EnableBootDisk"}, {"GetCameraLog"}, {"SetDefaultSettings"}, {"ProhibitFROMAccess"},
-    {"SetAEIgnore"}, {"MPUReset"}, {"CopyWindowsVistaUniqueID"}, {"SaveWindowsVistaUniqueID"},
-    {"GetWindowsVistaUniqueID"}, {"SetSensorNumber", 16, 0}, {"GetSensorNumber", 16, 1},
-    {"SaveSensorNumber"}, {"ClearCopyRightInfo"}, {"SaveCopyRightInfo"}, {"GetDateTime"},
-    {"SetDateTime"}, {"ResetDateTime"}, {"SetDateDisplayFormat"}, {"GetDateDisplayFormat"},
-    {"SaveDateDisplayFormat"}, {"SetTimeZone"}, {"GetTimeZone"}, {"SaveTimeZone"},
-    {"SetSummertimeSetting"}, {"SaveSummertimeSetting"}, {"TurnOffDisplay"}, {"TurnOnDisplay"},
-    {"OutputColorBarChart"}, {"CopyDLResonantFrequency"}, {"SetDLResonantFrequency"},
-    {"GetDLResonantFrequency"}, {"SaveDLResonantFrequency"}, {"GetBoardInfDLResonantFrequency"},
-    {"SetBoardInfDLResonantFrequency"}, {"ResetFileNumber"}, {"SaveFileNumber"},
-    {"GetIcuFirmwareVersion"}, {"GetMpuFirmwareVersion"}, {"GetIcuCheckSum"},
-    {"GetIcuMasterVersion"}, {"GetIcuSlaveVersion"}, {"GetFpuVersion"}, {"GetTpuVersion"},
-    {"GetBpVersion"}, {"GetEepromVersion"}, {"SetFilePrefix"}, {"GetFilePrefix"},
-    {"SaveFilePrefix"}, {"SetDefaultFilePrefix"}, {"DisableGuidance"}, {"EnableGuidance"},
-    {"SaveGuidance"}, {"SetHighIsoSpeedNoiseReduction"}, {"GetHighIsoSpeedNoiseReduction"},
-    {"DisableHighlightTonePriority"}, {"EnableHighlightTonePriority"}, {"SetLanguage"},
-    {"GetLanguage"}, {"SaveLanguage"}, {"SetLimitLanguage"}, {"GetLimitLanguage"},
-    {"SaveLimitLanguage"}, {"CheckLensActivity"}, {"SetLongExposureNoiseReduction"},
-    {"GetLongExposureNoiseReduction"}, {"ClearMachineCellResult"},
-    {"EnterMachineCellSpecialMenu"}, {"ExitMachineCellSpecialMenu"},
-    {"IncreaseMachineCellDialClickGap"}, {"DecreaseMachineCellDialClickGap"},
-    {"EnterMachineCellAccTest"}, {"ExecuteMachineCellAccTest"},
-    {"ExecuteMachineCellExternalStrobeTest"}, {"SendMachineCellSetButton"},
-    {"OverwriteMachineCellDispDialResult", 4, 0}, {"GetMachineCellDispDialResult", 4, 1},
-    {"GetMachineCellAccTestResult", 4, 1}, {"GetMachineCellSDialTestResult", 4, 1},
-    {"GetMachineCellDispDialResultTable", 128, 1}, {"GetMachineCellAccTestResultTable", 96, 1},
-    {"SetSoundVolume", 4, 0}, {"SetOwnerName"}, {"GetOwnerName"}, {"ClearOwnerName"},
-    {"SaveOwnerName"}, {"SearchPropertyData"}, {"LoadPropertyData"}, {"GetSensorPixelPitch"},
-    {"GetSensorOpticalLength"}, {"SetSlitRollingMode"}, {"ClearSlitRollingMode"},
-    {"CheckStorageMediaExistence"}, {"SaveTuneData"}, {"SaveTuneData2"}, {"SaveAETuneData"}, {"ResetTimeCode"}, {"SaveTimeCode"},
-    {"DisableTouchSensor"}, {"EnableTouchSensor"}, {"SaveTouchSensor"}, {"EnterFactoryMode"},
-    {"ExitFactoryMode"}, {"GetFactoryModeState"}, {"SetVideoSystem"}, {"GetVideoSystem"},
-    {"SaveVideoSystem"},
-};
-// clang-format on
-static_assert(std::size(OPERATIONS) == 131);
 
 const std::map<std::string, std::string> SECOND_NAMES = {
     {"DisableAf", "DisableAF"},
@@ -70,12 +18,14 @@ class RegistrationTest : public ModuleTest {};
 
 TEST_F(RegistrationTest, HandsOverAllOperationsInOrder) {
     const std::vector<REGISTERED>& registered = Module().registered;
-    ASSERT_EQ(registered.size(), std::size(OPERATIONS));
+    ASSERT_EQ(registered.size(), 131U);
+    ASSERT_EQ(AllFacts().size(), 131U);
     for (std::size_t i = 0; i < registered.size(); ++i) {
-        EXPECT_EQ(registered[i].name, OPERATIONS[i].name) << "at place " << i + 1;
-        EXPECT_EQ(registered[i].size, OPERATIONS[i].size) << registered[i].name;
-        EXPECT_EQ(registered[i].direction, OPERATIONS[i].direction) << registered[i].name;
-        EXPECT_EQ(registered[i].reserved, 0) << registered[i].name;
+        const OPERATION_FACTS& facts = AllFacts()[i];
+        EXPECT_EQ(registered[i].name, facts.name) << "at place " << i + 1;
+        EXPECT_EQ(registered[i].size, facts.size) << facts.name;
+        EXPECT_EQ(registered[i].direction, facts.direction) << facts.name;
+        EXPECT_EQ(registered[i].reserved, 0) << facts.name;
     }
 }
 

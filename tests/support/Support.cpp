@@ -137,6 +137,30 @@ std::int32_t ModuleTest::Run(const std::string& name, void* pArgument) {
     return Operation(name)(pArgument);
 }
 
+Steps ModuleTest::RunSteps(const std::string& name, void* pArgument) {
+    Steps steps;
+    std::size_t shown = 0;
+    const auto showLog = [&] {
+        const std::string log = Log();
+        std::istringstream lines(log.substr(shown));
+        shown = log.size();
+        for (std::string line; std::getline(lines, line);) {
+            steps.push_back(line);
+        }
+    };
+    SimulatedBody::Observe([&](const SimulatedBody::CALL& call, bool complete) {
+        if (complete) {
+            steps.push_back(CallText(call));
+        } else {
+            showLog();
+        }
+    });
+    m_nResult = Run(name, pArgument);
+    showLog();
+    SimulatedBody::Observe({});
+    return steps;
+}
+
 void ModuleTest::Expect(
     const std::string& operation, std::int32_t result, const std::vector<std::string>& calls,
     const std::string& log, void* pArgument) {

@@ -26,6 +26,10 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+/// What happens during a run, in its order: calls of the link as CallText writes them, and lines of
+/// the log, each ahead of the first call that finds it in the file.
+using Steps = std::vector<std::string>;
+
 /// One call of the registration callback.
 struct REGISTERED {
     std::string name;
@@ -82,6 +86,10 @@ class ModuleTest : public testing::Test {
     /// Runs a registered operation. Log and calls then show what this run did.
     std::int32_t Run(const std::string& name, void* pArgument = nullptr);
 
+    /// Runs it, and gives all that happened; the result is in Result.
+    Steps RunSteps(const std::string& name, void* pArgument = nullptr);
+    std::int32_t Result() const { return m_nResult; }
+
     /// The operation alone: log and calls go on behind what they hold.
     EVENT_PROC Operation(const std::string& name) const;
 
@@ -106,6 +114,7 @@ class ModuleTest : public testing::Test {
     FreshFolder m_Folder;
     std::unique_ptr<LoadedModule> m_pModule;
     std::size_t m_LogStart = 0;
+    std::int32_t m_nResult = 0;
 };
 
 /// In the current directory.

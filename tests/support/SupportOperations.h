@@ -1,0 +1,48 @@
+// What must hold of each operation: its registration, its steps up to the closing line, the host's
+// record behind it, and how it fails of itself. Typed by hand, and known to no other program.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/support/Support.h"
+
+/// Bytes are written as Hex does.
+struct OPERATION_FACTS {
+    std::string name = {};       ///< registered
+    Steps steps = {};            ///< between opening and closing lines, on the body of SetUpBody
+    std::uint32_t objects = 0;   ///< of the link, constructed during the run
+    std::string given = {};      ///< the record's first bytes ...
+    std::string left = {};       ///< ... and what it then begins with; empty if it stays as it was
+    std::string pointer = {};    ///< in the message of a null one; empty if it is not tested
+    std::string wordError = {};  ///< line of an odd word of the last event; empty if not looked at
+    std::optional<std::int32_t> word = {};  ///< with which all of its events answer
+    std::string logName = name;
+    std::string closing = "> [FUNC] " + logName;
+    std::string errorLine = "> [ERR!] - ";  ///< the start of it
+    std::int32_t result = 0;
+    std::int32_t size = 0;  ///< registered, as is the direction
+    std::int32_t direction = 3;
+    std::vector<std::pair<std::uint32_t, std::string>> properties = {};  ///< of the camera, by id
+};
+
+/// All operations, in the order of registration.
+std::span<const OPERATION_FACTS> AllFacts();
+const OPERATION_FACTS& FactsOf(const std::string& name);
+
+/// All steps of a run: opening lines, the given ones, closing line.
+Steps WholeRun(const OPERATION_FACTS& facts, std::int32_t result, const Steps& steps);
+
+/// A factory-new body with the line prefix "> " that the steps of `facts` were written for; and the
+/// INI file in the current directory.
+void SetUpBody(const OPERATION_FACTS& facts);
+
+/// The events that the steps run, in order.
+std::vector<std::string> EventsOf(const OPERATION_FACTS& facts);
+
+/// Bytes from "b5 0d 00".
+SimulatedBody::Bytes FromHex(const std::string& text);
