@@ -114,13 +114,15 @@ def script_of(steps):
 
 
 def make_checkout(folder, build):
-    """Links to all that a checkout has; its build folder takes new files."""
+    """Links to all that a checkout has, and to programs, libraries and folders of the build, which
+    may hold what former runs left. Both take new files."""
     (folder / "build/release").mkdir(parents=True)
     for entry in ROOT.iterdir():
         if entry.name != "build" and not entry.name.startswith("."):
             (folder / entry.name).symlink_to(entry)
     for entry in build.iterdir():
-        (folder / "build/release" / entry.name).symlink_to(entry)
+        if os.access(entry, os.X_OK):
+            (folder / "build/release" / entry.name).symlink_to(entry)
 
 
 def own_blocks():
