@@ -11,5 +11,8 @@ void CatchEndSignals(void (*pHandler)(int nSignal));
 /// shells expect of those that only write.
 void OutliveBrokenPipes();
 
+/// From now on a write beyond the limit of file sizes fails with EFBIG; else it ends the program.
+void OutliveSizeLimits();
+
 /// Ends the program in the way that it is ended by a write to a pipe that nobody reads.
 [[noreturn]] void EndByBrokenPipe();

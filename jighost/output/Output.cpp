@@ -15,6 +15,7 @@ Output::Output()
       m_pFormerData(std::cout.rdbuf(&m_Data)),
       m_pFormerTalk(std::cerr.rdbuf(&m_Talk)) {
     KeepStandardFiles();
+    OutliveSizeLimits();
     std::cerr << std::nounitbuf;
 }
 

@@ -1,10 +1,11 @@
-// Each call on a regular file is one system call and takes no memory: the log's cost is counted in
+// No call takes memory, and each is one system call, a write two: the log's cost is counted in
 // them.
 //
 // The number of a file is its descriptor, doubled, and one more where all that is written goes to
 // its end: it was opened to append, or emptied.
 #include <fcntl.h>
-#include <sys/uio.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -24,11 +25,15 @@ bool ToNativePath(const char* pszPath, char (&szNative)[PATH_MAX]) noexcept {
     return false;
 }
 
+static bool WritesAtTheEnd(int openFlags) {
+    return (openFlags & (_O_APPEND | _O_TRUNC)) != 0;
+}
+
 // Not blocking, so that a named pipe in a file's place fails the opening and does not hang the
 // host; and a terminal does not become the one that the host gets its signals from.
 static int NativeFlags(int openFlags) {
     return ((openFlags & _O_WRONLY) != 0 ? O_WRONLY : O_RDONLY) |
-           ((openFlags & _O_APPEND) != 0 ? O_APPEND : 0) |
+           (WritesAtTheEnd(openFlags) ? O_APPEND : 0) |
            ((openFlags & _O_CREAT) != 0 ? O_CREAT : 0) |
            ((openFlags & _O_TRUNC) != 0 ? O_TRUNC : 0) | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 }
@@ -50,7 +55,7 @@ errno_t _sopen_s(int* pnFile, const char* pszPath, int openFlags, int /*sharing*
     if (descriptor < 0) {
         return errno;
     }
-    *pnFile = descriptor << 1 | ((openFlags & (_O_APPEND | _O_TRUNC)) != 0 ? 1 : 0);
+    *pnFile = descriptor << 1 | (WritesAtTheEnd(openFlags) ? 1 : 0);
     return 0;
 }
 
@@ -73,27 +78,28 @@ static sigset_t SetOf(std::initializer_list<int> signals) {
 
 namespace {
 
-/// While it lives, this thread gets neither the signal of a pipe that nobody reads any more nor
-/// that of a terminal that belongs to another job. What the program does on them stays as it is.
-class StreamSignalsHeld {
+/// While it lives, this thread gets none of the signals that a write can raise: of a pipe that
+/// nobody reads any more, of a terminal that belongs to another job, of the limit of file sizes.
+/// What the program does on them stays as it is.
+class WriteSignalsHeld {
   public:
-    StreamSignalsHeld() {
-        const sigset_t held = SetOf({SIGPIPE, SIGTTOU});
+    WriteSignalsHeld() {
+        const sigset_t held = SetOf({SIGPIPE, SIGTTOU, SIGXFSZ});
         pthread_sigmask(SIG_BLOCK, &held, &m_Former);
         sigpending(&m_Waiting);
     }
-    StreamSignalsHeld(const StreamSignalsHeld&) = delete;
-    StreamSignalsHeld& operator=(const StreamSignalsHeld&) = delete;
-    ~StreamSignalsHeld() { pthread_sigmask(SIG_SETMASK, &m_Former, nullptr); }
+    WriteSignalsHeld(const WriteSignalsHeld&) = delete;
+    WriteSignalsHeld& operator=(const WriteSignalsHeld&) = delete;
+    ~WriteSignalsHeld() { pthread_sigmask(SIG_SETMASK, &m_Former, nullptr); }
 
-    /// Takes out the signal of a pipe, unless one has waited all along: for a host that blocks it.
-    void TakeOut() const {
-        if (sigismember(&m_Waiting, SIGPIPE) != 0) {
+    /// Takes out one that was raised, unless it has waited all along: for a host that blocks it.
+    void TakeOut(int signal) const {
+        if (sigismember(&m_Waiting, signal) != 0) {
             return;
         }
-        const sigset_t pipe = SetOf({SIGPIPE});
+        const sigset_t raised = SetOf({signal});
         const timespec atOnce{};
-        while (sigtimedwait(&pipe, nullptr, &atOnce) == -1 && errno == EINTR) {
+        while (sigtimedwait(&raised, nullptr, &atOnce) == -1 && errno == EINTR) {
         }
     }
 
@@ -104,27 +110,36 @@ class StreamSignalsHeld {
 
 }  // namespace
 
-static ssize_t WriteToStream(int descriptor, const void* pData, unsigned int count) {
-    const StreamSignalsHeld signals;
+static ssize_t WriteHoldingSignals(int descriptor, const void* pData, unsigned int count) {
+    const WriteSignalsHeld signals;
     const ssize_t written = write(descriptor, pData, count);
-    if (written < 0 && errno == EPIPE) {
-        signals.TakeOut();
-        errno = EPIPE;
+    const int error = errno;
+    if (written < 0 && (error == EPIPE || error == EFBIG)) {
+        signals.TakeOut(error == EPIPE ? SIGPIPE : SIGXFSZ);
     }
+    errno = error;
     return written;
 }
 
-// Pipes and terminals, which alone raise those signals, have no end to write at: they refuse that,
-// in silence. A system without the call does so for all files.
+// Asked ahead of each write, since the host can change it at any time. The run-time library's
+// getrlimit takes the kernel two and a half times as long.
+static bool IsFileSizeLimited() {
+    static_assert(sizeof(rlim_t) == sizeof(long), "the kernel's form of a limit");
+    rlimit limit{};
+    return syscall(SYS_getrlimit, RLIMIT_FSIZE, &limit) != 0 || limit.rlim_cur != RLIM_INFINITY;
+}
+
+// Two calls that raise nothing serve for nearly all writes: holding the signals takes four. Pipes
+// and terminals refuse a write at a place, in silence. A file that grows at its end has it there,
+// whatever place is named.
 static ssize_t WriteOnce(int file, const void* pData, unsigned int count) {
-    if (GrowsAtItsEnd(file)) {
-        const iovec bytes{const_cast<void*>(pData), count};
-        const ssize_t written = pwritev2(Descriptor(file), &bytes, 1, 0, RWF_APPEND);
-        if (written >= 0 || (errno != ESPIPE && errno != ENOTSUP && errno != ENOSYS)) {
+    if (GrowsAtItsEnd(file) && !IsFileSizeLimited()) {
+        const ssize_t written = pwrite(Descriptor(file), pData, count, 0);
+        if (written >= 0 || errno != ESPIPE) {
             return written;
         }
     }
-    return WriteToStream(Descriptor(file), pData, count);
+    return WriteHoldingSignals(Descriptor(file), pData, count);
 }
 
 int _write(int file, const void* pData, unsigned int count) {

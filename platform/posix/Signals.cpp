@@ -21,6 +21,10 @@ void OutliveBrokenPipes() {
     std::signal(SIGPIPE, SIG_IGN);
 }
 
+void OutliveSizeLimits() {
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+
 void EndByBrokenPipe() {
     std::signal(SIGPIPE, SIG_DFL);
     std::raise(SIGPIPE);

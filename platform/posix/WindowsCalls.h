@@ -132,9 +132,8 @@ constexpr int _S_IREAD = 0x100;
 /// writable if `permission` holds _S_IWRITE. No sharing is ever denied.
 errno_t _sopen_s(int* pnFile, const char* pszPath, int openFlags, int sharing, int permission);
 
-/// Writes at most `count` bytes in one call; gives their number or -1. A pipe that nobody reads and
-/// a terminal of another job raise no signal; that of the limit of file sizes is dealt with in
-/// ModuleEntry.cpp.
+/// Writes at most `count` bytes in one call; gives their number or -1. A pipe that nobody reads, a
+/// terminal of another job and the limit of file sizes raise no signal.
 int _write(int file, const void* pData, unsigned int count);
 
 /// Gives 0, or -1 on failure.

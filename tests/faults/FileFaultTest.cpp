@@ -173,33 +173,63 @@ void WriteToPipeWithoutReader(int openFlags) {
     EXPECT_EQ(_close(nFile), 0);
 }
 
-TEST_F(FileFaultTest, PipeWithoutAReaderRaisesNoSignal) {
-    ASSERT_EQ(mkfifo(PIPE, 0600), 0);
-    const SignalCount raised(SIGPIPE);
-    for (const int openFlags : {_O_APPEND, _O_TRUNC, 0}) {
-        WriteToPipeWithoutReader(openFlags);
-    }
-    EXPECT_EQ(raised.Count(), 0);
+void WriteBeyondTheSizeLimit(int openFlags) {
+    const NoFileMayGrow fault;
+    int nFile = -1;
+    EXPECT_EQ(_sopen_s(&nFile, "file", _O_WRONLY | _O_CREAT | openFlags, _SH_DENYNO, _S_IWRITE), 0);
+    EXPECT_EQ(_write(nFile, "text", 4), -1);
+    EXPECT_EQ(errno, EFBIG);
+    EXPECT_EQ(_close(nFile), 0);
 }
 
-TEST_F(FileFaultTest, HostThatBlocksTheSignalOfPipesFindsItsOwnAlone) {
-    ASSERT_EQ(mkfifo(PIPE, 0600), 0);
-    sigset_t pipe;
-    sigemptyset(&pipe);
-    sigaddset(&pipe, SIGPIPE);
-    pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
+struct RAISING_WRITE {
+    int signal;
+    void (*pWrite)(int openFlags);
+};
+
+class RaisingWriteTest : public FileFaultTest, public testing::WithParamInterface<RAISING_WRITE> {
+  protected:
+    RaisingWriteTest() { EXPECT_EQ(mkfifo(PIPE, 0600), 0); }
+
+    const int m_Signal = GetParam().signal;
+    void (*const m_Write)(int openFlags) = GetParam().pWrite;
+};
+
+INSTANTIATE_TEST_SUITE_P(
+    Signals, RaisingWriteTest,
+    testing::Values(
+        RAISING_WRITE{SIGPIPE, WriteToPipeWithoutReader},
+        RAISING_WRITE{SIGXFSZ, WriteBeyondTheSizeLimit}));
+
+TEST_P(RaisingWriteTest, HostThatHandlesTheSignalOrDiesOfItGetsNone) {
+    for (const int openFlags : {_O_APPEND, _O_TRUNC, 0}) {
+        const SignalCount raised(m_Signal);
+        m_Write(openFlags);
+        EXPECT_EQ(raised.Count(), 0);
+        std::signal(m_Signal, SIG_DFL);
+        m_Write(openFlags);
+    }
+}
+
+TEST_P(RaisingWriteTest, HostThatBlocksTheSignalFindsItsOwnAlone) {
+    sigset_t blocked;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, m_Signal);
+    pthread_sigmask(SIG_BLOCK, &blocked, nullptr);
     const timespec atOnce{};
-    WriteToPipeWithoutReader(_O_APPEND);
-    EXPECT_EQ(sigtimedwait(&pipe, nullptr, &atOnce), -1);
-    std::raise(SIGPIPE);
-    WriteToPipeWithoutReader(_O_APPEND);
-    EXPECT_EQ(sigtimedwait(&pipe, nullptr, &atOnce), SIGPIPE);
-    pthread_sigmask(SIG_UNBLOCK, &pipe, nullptr);
+    m_Write(_O_APPEND);
+    EXPECT_EQ(sigtimedwait(&blocked, nullptr, &atOnce), -1);
+    std::raise(m_Signal);
+    m_Write(_O_APPEND);
+    EXPECT_EQ(sigtimedwait(&blocked, nullptr, &atOnce), m_Signal);
+    pthread_sigmask(SIG_UNBLOCK, &blocked, nullptr);
 }
 
 // What comes of writing the camera's log is not tested.
 TEST_F(FileFaultTest, NoFileMayGrow) {
+    const SignalCount raised(SIGXFSZ);
     EXPECT_THAT(RunAllDuring<NoFileMayGrow>(), ElementsAre(testing::Pair("LoadPropertyData", 1)));
+    EXPECT_EQ(raised.Count(), 0);
     ExpectThatLogGoesOn();
 }
 

@@ -66,7 +66,7 @@ TEST_F(JighostTest, ResultThatCannotBeWrittenKeepsNoOtherOneBack) {
 
     // A disk with room for the record's start and no more: the body and the trace do not fit.
     const JIGHOST_RUN full = RunShell(
-        "trap '' XFSZ; ulimit -f 3\n\"$0\" sequence sequence.yaml --body body.yaml "
+        "ulimit -f 3\n\"$0\" sequence sequence.yaml --body body.yaml "
         "--trace trace.jsonl --record run.json --json");
     EXPECT_EQ(full.exitCode, 0) << "nothing is saved that was not so before\n" << full.errors;
     std::filesystem::remove("JigDll.log");
@@ -74,7 +74,7 @@ TEST_F(JighostTest, ResultThatCannotBeWrittenKeepsNoOtherOneBack) {
         "sequence.yaml", "format: 1\nfolder: .\nsteps:\n  - operation: ClearOwnerName\n" +
                              SAVE_OWNER + "  - operation: LoadPropertyData\n");
     const JIGHOST_RUN fuller = RunShell(
-        "trap '' XFSZ; ulimit -f 3\n\"$0\" sequence sequence.yaml --body body.yaml "
+        "ulimit -f 3\n\"$0\" sequence sequence.yaml --body body.yaml "
         "--trace trace.jsonl --record run.json --json");
     EXPECT_EQ(fuller.exitCode, 1);
     EXPECT_THAT(fuller.output, EndsWith("\n}\n"));
