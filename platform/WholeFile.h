@@ -19,6 +19,10 @@ enum class OUTLASTS { KILLS, POWER_FAILURES };
 /// left there under such names is removed.
 void ReplaceFile(const std::filesystem::path& path, std::string_view bytes, OUTLASTS outlasts);
 
+/// Makes a file that is not there yet, which outlasts power failures; gives false if anything, be
+/// it a link that leads nowhere, has its name. Of several processes that make it at once, one does.
+bool MakeFile(const std::filesystem::path& path, std::string_view bytes);
+
 /// Throws what ReplaceFile would, as far as that can be known without replacing anything.
 void CheckReplaceable(const std::filesystem::path& path);
 

@@ -1,6 +1,5 @@
 // jighost body: files of simulated bodies made and shown.
 #include <algorithm>
-#include <filesystem>
 #include <iomanip>
 #include <iostream>
 #include <memory>
@@ -40,16 +39,13 @@ static const std::uint32_t EDITABLE_SIZE = 128;
 static const std::size_t VALUE_BYTES_SHOWN = 16;
 
 static void NewBody(const std::string& path) {
-    if (std::filesystem::exists(std::filesystem::symlink_status(path))) {
-        throw HostError(EXIT_WRONG_USE, path + " is there already");
-    }
     SimulatedBody::Reset();
     for (const auto& [id, size] : SimulatedBody::Properties()) {
         if (size <= EDITABLE_SIZE) {
             SimulatedBody::SetProperty(id, SimulatedBody::SavedValue(id));
         }
     }
-    WriteBody(path, BodyText());
+    WriteNewBody(path, BodyText());
 }
 
 /// A text in quotes, or else the first bytes.

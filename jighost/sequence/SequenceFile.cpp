@@ -11,6 +11,8 @@
 #include "jighost/text/Numbers.h"
 #include "jighost/text/YamlFile.h"
 
+static const std::int64_t SEQUENCE_FORMAT = 1;
+
 static const std::uint32_t MAX_RETRIES = 1000;
 
 RecordBytes BuildRecord(const OPERATION_INFO& info, const std::vector<FIELD_VALUE>& fields) {
@@ -150,7 +152,7 @@ static std::string ReadFolder(const YamlFile& file, const YAML::Node& node) {
 }
 
 SEQUENCE ReadSequence(const std::string& path) {
-    const YamlFile file(path);
+    const YamlFile file(path, SEQUENCE_FORMAT);
     SEQUENCE sequence;
     file.ReadMap(
         file.Root(), "a sequence",

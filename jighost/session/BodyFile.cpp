@@ -14,6 +14,10 @@
 #include "platform/WholeFile.h"
 #include "trace/Hex.h"
 
+// From the second one on the last line says that it is the last: any other could be missing unseen.
+static const std::int64_t BODY_FORMAT = 2;
+static const char END_KEY[] = "end";
+
 static const std::size_t WORDS_IN_LINE = 8;
 
 // --- Reading ---
@@ -57,8 +61,18 @@ static void ReadProperty(
     SimulatedBody::SetProperty(id, *bytes);
 }
 
+static void CheckEnd(const YamlFile& file) {
+    YAML::Node lastKey;
+    for (const auto& entry : file.Root()) {
+        lastKey.reset(entry.first);
+    }
+    if (file.Format() == BODY_FORMAT && lastKey.Scalar() != END_KEY) {
+        file.Refuse(lastKey, "the file is not whole: expected 'end: true' as its last line");
+    }
+}
+
 void LoadBody(const std::string& path) {
-    const YamlFile file(path);
+    const YamlFile file(path, BODY_FORMAT);
     const auto readProperties = [&](const YAML::Node& node) {
         const auto sizes = SimulatedBody::Properties();
         file.RequireMap(node, "a map of properties by id");
@@ -77,7 +91,14 @@ void LoadBody(const std::string& path) {
             {"eeprom",
              [&](const auto& node) { ReadWords(file, node, "eeprom", SimulatedBody::Eeprom()); }},
             {"properties", readProperties},
+            {END_KEY,
+             [&](const auto& node) {
+                 if (file.Text(node, "true") != "true") {
+                     file.RefuseValue(node, "true");
+                 }
+             }},
         });
+    CheckEnd(file);
 }
 
 // --- Writing ---
@@ -127,11 +148,19 @@ std::string BodyText() {
     std::ostringstream text;
     text << "# What a simulated camera body keeps over power off. jighost writes this file anew\n"
             "# when a run changes it; comments of your own are lost then.\n"
-            "format: 1\n";
+            "format: "
+         << BODY_FORMAT << '\n';
     WriteCalendar(text);
     WriteEeprom(text);
     WriteProperties(text);
+    text << END_KEY << ": true\n";
     return text.str();
+}
+
+void WriteNewBody(const std::string& path, const std::string& text) {
+    if (!WithExitCode(EXIT_HOST_ERROR, [&] { return MakeFile(path, text); })) {
+        throw HostError(EXIT_WRONG_USE, path + " is there already");
+    }
 }
 
 void CheckBodyWritable(const std::string& path) {

@@ -1,4 +1,4 @@
-// The file of a simulated body: what the body keeps over power off, as YAML.
+// The file of a simulated body: what the body keeps over power off, as YAML with a mark at its end.
 //
 // Kept are the properties that have a saved value of their own, the EEPROM and the calendar. All
 // else of the body is as new at each start.
@@ -20,6 +20,10 @@ void CheckBodyWritable(const std::string& path);
 /// Puts a body's text into the file: the whole text, or the file stays as it was. Throws
 /// EXIT_HOST_ERROR if it can't be written.
 void WriteBody(const std::string& path, const std::string& text);
+
+/// The same for a file that is not there yet; throws EXIT_WRONG_USE if it is. Of several processes
+/// that make it at once, one does.
+void WriteNewBody(const std::string& path, const std::string& text);
 
 /// The name of an adjustment property; empty for any other one.
 std::string PropertyName(std::uint32_t id);

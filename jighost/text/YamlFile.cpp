@@ -9,8 +9,6 @@
 #include "jighost/text/Numbers.h"
 #include "platform/TextFile.h"
 
-static const std::int64_t FORMAT = 1;
-
 // Far more than what people write, or than what a body can save, and little enough for a parser
 // that takes a hundred times as much memory.
 static const std::uint64_t LARGEST_FILE = 16'000'000;
@@ -33,13 +31,15 @@ static YAML::Node Parse(const std::string& path) {
     }
 }
 
-YamlFile::YamlFile(const std::string& path) : m_Path(path), m_Root(Parse(path)) {
-    RequireMap(m_Root, "a map with format: 1");
+YamlFile::YamlFile(const std::string& path, std::int64_t newestFormat)
+    : m_Path(path), m_Root(Parse(path)) {
+    const std::string newest = "format: " + std::to_string(newestFormat);
+    RequireMap(m_Root, "a map with " + newest);
     const YAML::Node format = m_Root["format"];
     if (!format) {
-        Refuse(m_Root, "expected format: 1, got none");
+        Refuse(m_Root, "expected " + newest + ", got none");
     }
-    Number(format, "format", FORMAT, FORMAT);
+    m_nFormat = Number(format, "format", 1, newestFormat);
 }
 
 void YamlFile::ReadMap(

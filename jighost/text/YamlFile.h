@@ -10,10 +10,12 @@
 
 class YamlFile {
   public:
-    /// Reads a file with a map in which `format` is 1. Throws EXIT_WRONG_USE if it is none.
-    explicit YamlFile(const std::string& path);
+    /// Reads a file with a map in which `format` is a number from 1 to the newest. Throws
+    /// EXIT_WRONG_USE if it is none.
+    YamlFile(const std::string& path, std::int64_t newestFormat);
 
     const YAML::Node& Root() const { return m_Root; }
+    std::int64_t Format() const { return m_nFormat; }
 
     // All of these throw EXIT_WRONG_USE, "FILE:LINE: expected ..., got '...'".
 
@@ -39,4 +41,5 @@ class YamlFile {
   private:
     std::string m_Path;
     YAML::Node m_Root;
+    std::int64_t m_nFormat;
 };

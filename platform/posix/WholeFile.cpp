@@ -87,6 +87,20 @@ class UnfinishedFile {
 
     void Replace() const { Check(m_Name, rename(m_Path.c_str(), m_Target.c_str())); }
 
+    /// Gives false if there is a target.
+    bool TakeFreePlace() const {
+        const char* pszTarget = m_Target.c_str();
+        int nResult = renameat2(AT_FDCWD, m_Path.c_str(), AT_FDCWD, pszTarget, RENAME_NOREPLACE);
+        if (nResult == -1 && errno == EINVAL) {
+            nResult = link(m_Path.c_str(), pszTarget);  // as network file systems have it
+        }
+        if (nResult == -1 && errno == EEXIST) {
+            return false;
+        }
+        Check(m_Name, nResult);
+        return true;
+    }
+
   private:
     fs::path m_Name;
     fs::path m_Target;
@@ -163,6 +177,18 @@ void ReplaceFile(const fs::path& path, std::string_view bytes, OUTLASTS outlasts
     file.TakeRights();
     file.Write(bytes, outlasts);
     file.Replace();
+}
+
+bool MakeFile(const fs::path& path, std::string_view bytes) {
+    std::error_code ignored;
+    if (fs::exists(fs::symlink_status(path, ignored))) {
+        return false;
+    }
+    const fs::path target = Target(path);
+    RemoveLeftFiles(target);
+    UnfinishedFile file(path, target);
+    file.Write(bytes, OUTLASTS::POWER_FAILURES);
+    return file.TakeFreePlace();
 }
 
 void CheckReplaceable(const fs::path& path) {

@@ -1,6 +1,9 @@
 // jighost as people use it: run as a program, in a folder of its own.
 #include <filesystem>
 
+#include "bodylnk/SimulatedBody.h"
+#include "jighost/session/BodyFile.h"
+#include "jighost/text/HostError.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportJighost.h"
 
@@ -41,8 +44,10 @@ TEST_F(JighostTest, OnlySavedValuesOutliveTheRun) {
 
 TEST_F(JighostTest, BadBodyIsRefusedWithItsLineAndLeftAsItIs) {
     const std::pair<std::string, std::string> bodies[] = {
-        {"", "1: expected a map with format: 1, got nothing"},
-        {"format: 2\n", "1: expected format, 1, got '2'"},
+        {"", "1: expected a map with format: 2, got nothing"},
+        {"format: 3\n", "1: expected format, 1 to 2, got '3'"},
+        {"format: 2\nend: false\n", "2: expected true, got 'false'"},
+        {"format: 2\nend: true\nproperties: {}\n", "3: the file is not whole"},
         {"format: 1\nproperty: {}\n", "2: expected a key of a body"},
         {"format: 1\ncalendar: [1, 2]\n", "2: expected a list of 9 numbers"},
         {"format: 1\nproperties:\n  0x01000007: 49 4d\n", "3: expected 8 bytes"},
@@ -55,6 +60,31 @@ TEST_F(JighostTest, BadBodyIsRefusedWithItsLineAndLeftAsItIs) {
         EXPECT_EQ(run.exitCode, 2);
         EXPECT_THAT(run.errors, HasSubstr("bad.yaml:" + message));
         EXPECT_EQ(ReadFile("bad.yaml"), text);
+    }
+}
+
+TEST_F(JighostTest, BodyThatIsCutAtALineEndIsNoWholeBody) {
+    const std::string body = ReadFile("body.yaml");
+    for (std::size_t end = 0; end < body.size() - 1; end = body.find('\n', end) + 1) {
+        WriteFile("cut.yaml", body.substr(0, end));
+        SimulatedBody::Reset();
+        EXPECT_THROW(LoadBody("cut.yaml"), HostError) << body.substr(0, end);
+    }
+    WriteFile("former.yaml", "format: 1\n");
+    const std::string steps = "steps:\n" + SET_OWNER + SAVE_OWNER;
+    EXPECT_EQ(RunSequence(steps, {"--body", "former.yaml"}).exitCode, 0);
+    EXPECT_THAT(ReadFile("former.yaml"), testing::EndsWith("\nend: true\n"));
+}
+
+TEST_F(JighostTest, OneOfManyMakesANewBody) {
+    for (int round = 0; round < 20; ++round) {
+        const JIGHOST_RUN runs = RunShell(
+            "rm -f new.yaml; for i in 1 2 3 4 5 6 7 8; do "
+            "{ \"$0\" body new new.yaml; echo $?; } & done; wait");
+        EXPECT_EQ(CountLines(runs.output, "0"), 1U);
+        EXPECT_EQ(CountLines(runs.output, "2"), 7U);
+        EXPECT_EQ(CountLines(runs.errors, "jighost: new.yaml is there already"), 7U);
+        EXPECT_EQ(ReadFile("new.yaml"), ReadFile("body.yaml"));
     }
 }
 
