@@ -39,7 +39,7 @@ static void AddFailure(JsonLine& line, const std::optional<FAILURE>& failure) {
 
 TraceWriter::TraceWriter(const std::string& path) : m_Path(path) {
     const errno_t error = _sopen_s(
-        &m_nFile, path.c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _SH_DENYNO,
+        &m_nFile, path.c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_APPEND | _O_BINARY, _SH_DENYNO,
         _S_IREAD | _S_IWRITE);
     if (error != 0) {
         Refuse(path, error);

@@ -1,8 +1,7 @@
-// No call takes memory, and each is one system call, a write two: the log's cost is counted in
-// them.
+// No call takes memory, and each is one system call, a write to the end of a file two: the log's
+// cost is counted in them.
 //
-// The number of a file is its descriptor, doubled, and one more where all that is written goes to
-// its end: it was opened to append, or emptied.
+// The number of a file is its descriptor, doubled, and one more if it was opened to append.
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -25,15 +24,11 @@ bool ToNativePath(const char* pszPath, char (&szNative)[PATH_MAX]) noexcept {
     return false;
 }
 
-static bool WritesAtTheEnd(int openFlags) {
-    return (openFlags & (_O_APPEND | _O_TRUNC)) != 0;
-}
-
 // Not blocking, so that a named pipe in a file's place fails the opening and does not hang the
 // host; and a terminal does not become the one that the host gets its signals from.
 static int NativeFlags(int openFlags) {
     return ((openFlags & _O_WRONLY) != 0 ? O_WRONLY : O_RDONLY) |
-           (WritesAtTheEnd(openFlags) ? O_APPEND : 0) |
+           ((openFlags & _O_APPEND) != 0 ? O_APPEND : 0) |
            ((openFlags & _O_CREAT) != 0 ? O_CREAT : 0) |
            ((openFlags & _O_TRUNC) != 0 ? O_TRUNC : 0) | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 }
@@ -55,7 +50,7 @@ errno_t _sopen_s(int* pnFile, const char* pszPath, int openFlags, int /*sharing*
     if (descriptor < 0) {
         return errno;
     }
-    *pnFile = descriptor << 1 | (WritesAtTheEnd(openFlags) ? 1 : 0);
+    *pnFile = descriptor << 1 | ((openFlags & _O_APPEND) != 0 ? 1 : 0);
     return 0;
 }
 
@@ -129,9 +124,9 @@ static bool IsFileSizeLimited() {
     return syscall(SYS_getrlimit, RLIMIT_FSIZE, &limit) != 0 || limit.rlim_cur != RLIM_INFINITY;
 }
 
-// Two calls that raise nothing serve for nearly all writes: holding the signals takes four. Pipes
-// and terminals refuse a write at a place, in silence. A file that grows at its end has it there,
-// whatever place is named.
+// Two calls that raise nothing serve for nearly all writes of a log: holding the signals takes
+// four. Pipes and terminals refuse a write at a place, in silence. A file that grows at its end has
+// it there, whatever place is named.
 static ssize_t WriteOnce(int file, const void* pData, unsigned int count) {
     if (GrowsAtItsEnd(file) && !IsFileSizeLimited()) {
         const ssize_t written = pwrite(Descriptor(file), pData, count, 0);

@@ -156,6 +156,23 @@ TEST_F(PlatformTest, FilesAreCreatedContinuedAndCutByTheirFlags) {
     EXPECT_EQ(FileText(), "");
 }
 
+TEST_F(PlatformTest, EmptiedFileIsWrittenFromItsBeginningByEachOfItsWriters) {
+    std::array<int, 2> files{};
+    for (int& nFile : files) {
+        ASSERT_EQ(
+            _sopen_s(
+                &nFile, FILE_PATH, _O_WRONLY | _O_BINARY | _O_CREAT | _O_TRUNC, _SH_DENYNO,
+                _S_IREAD | _S_IWRITE),
+            0);
+    }
+    for (const int nFile : files) {
+        EXPECT_EQ(_write(nFile, "row", 3), 3);
+        EXPECT_EQ(_write(nFile, "s", 1), 1);
+        EXPECT_EQ(_close(nFile), 0);
+    }
+    EXPECT_EQ(FileText(), "rows");
+}
+
 TEST_F(PlatformTest, FilesThatCannotBeOpenedOrWrittenSaySo) {
     int nFile = 0;
     EXPECT_EQ(_sopen_s(&nFile, FOLDER, _O_WRONLY, _SH_DENYNO, _S_IWRITE) == 0, false);
