@@ -27,10 +27,12 @@ class Life {
     Life& operator=(const Life&) = delete;
     ~Life() { (object.*m_Life.destroy)(); }
 
-    OtherObject object;
-
   private:
     const LIFE& m_Life;
+
+  public:
+    // The last one: an object that is too large reaches none of the others.
+    OtherObject object;
 };
 
 class OtherProcedure : public Procedure {

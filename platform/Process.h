@@ -29,7 +29,9 @@ class Process {
 
     /// Ends the process at once, wherever it stands, and waits for its end.
     void Kill();
-    /// Has it ended, wherever it stands; does not wait. Another thread may call it while one reads.
+    /// Has it ended, wherever it stands; does not wait. Another thread may call it while one reads,
+    /// which comes to the end of the output, on POSIX systems even if programs that it has started
+    /// go on.
     void End();
     /// Waits for the process and gives its exit code; -1 if it was killed.
     int Wait();

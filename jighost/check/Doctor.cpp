@@ -35,16 +35,26 @@ static CHECK Result(const char* name, bool bGood, const std::string& text) {
     return {name, bGood ? STATE::OK : STATE::FAILED, text};
 }
 
-static CHECK CheckLogFile() {
-    const bool bExisted = std::filesystem::exists(LOG_FILE);
-    errno = 0;
-    const bool bWritable = std::ofstream(LOG_FILE, std::ios::app).is_open();
-    const std::string reason = bWritable ? "" : std::string(": ") + std::strerror(errno);
-    if (bWritable && !bExisted) {
-        std::filesystem::remove(LOG_FILE);
+/// What is wrong with the log's file; empty if the module can write it.
+static std::string LogFault(const std::string& path, bool bExists) {
+    std::error_code error;
+    if (bExists && !std::filesystem::is_regular_file(path, error)) {
+        return path + " is no regular file";  // to open a pipe would wait for its reader
     }
-    const std::string path = (std::filesystem::current_path() / LOG_FILE).string();
-    return Result("log file", bWritable, bWritable ? path : "can't write " + path + reason);
+    errno = 0;
+    const bool bWritable = std::ofstream(path, std::ios::app).is_open();
+    return bWritable ? "" : "can't write " + path + ": " + std::strerror(errno);
+}
+
+static CHECK CheckLogFile() {
+    std::error_code error;
+    const std::string path = (std::filesystem::current_path(error) / LOG_FILE).string();
+    const bool bExisted = std::filesystem::exists(path, error);
+    const std::string fault = LogFault(path, bExisted);
+    if (fault.empty() && !bExisted) {
+        std::filesystem::remove(path, error);
+    }
+    return Result("log file", fault.empty(), fault.empty() ? path : fault);
 }
 
 static CHECK CheckSharedBlocks() {

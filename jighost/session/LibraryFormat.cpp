@@ -3,7 +3,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
+
+#include "jighost/text/HostError.h"
 
 static const std::size_t HOST_BITS = 8 * sizeof(void*);
 
@@ -114,4 +117,15 @@ LIBRARY_FORMAT ReadLibraryFormat(const std::string& path) {
     }
     return start.starts_with("MZ") ? PeFormat(file)
                                    : LIBRARY_FORMAT{"neither an ELF nor a Windows library", false};
+}
+
+void RequireLoadable(const std::string& path, const std::string& what) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) {
+        throw HostError(EXIT_NO_MODULE, "there is no " + what + " " + path);
+    }
+    const LIBRARY_FORMAT format = ReadLibraryFormat(path);
+    if (!format.bLoadable) {
+        throw HostError(EXIT_NO_MODULE, "can't load " + path + ": " + format.text);
+    }
 }

@@ -24,20 +24,8 @@ std::string FullModulePath(const std::string& path) {
     return (path.empty() ? OwnModule() : std::filesystem::absolute(path)).string();
 }
 
-/// Ahead of loading: a file that is cut off would end this program within the loader.
-static void CheckFile(const std::string& path) {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) {
-        throw HostError(EXIT_NO_MODULE, "there is no module " + path);
-    }
-    const LIBRARY_FORMAT format = ReadLibraryFormat(path);
-    if (!format.bLoadable) {
-        throw HostError(EXIT_NO_MODULE, "can't load " + path + ": " + format.text);
-    }
-}
-
 Module::Module(const std::string& path) : m_Path(FullModulePath(path)), m_Library(nullptr) {
-    CheckFile(m_Path);
+    RequireLoadable(m_Path, "module");
     m_Library = LoadLibraryA(m_Path.c_str());
     if (m_Library == nullptr) {
         throw HostError(EXIT_NO_MODULE, "can't load " + m_Path + ": " + LastLibraryError());

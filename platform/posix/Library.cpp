@@ -1,5 +1,6 @@
 // Libraries loaded by the dynamic linker.
 #include <dlfcn.h>
+#include <link.h>
 
 #include <cstring>
 
@@ -46,6 +47,15 @@ static void* FindVersioned(HMODULE library, const char* pszName, const char* psz
     return dlvsym(library, szPlainName, pszAt + 1);
 }
 
+/// The system looks into the libraries that one depends on too: what it finds there is no export.
+static bool IsIn(HMODULE library, const void* pAddress) {
+    link_map* pLibrary = nullptr;
+    void* pOwner = nullptr;
+    Dl_info info{};
+    return dlinfo(library, RTLD_DI_LINKMAP, static_cast<void*>(&pLibrary)) == 0 &&
+           dladdr1(pAddress, &info, &pOwner, RTLD_DL_LINKMAP) != 0 && pOwner == pLibrary;
+}
+
 FARPROC GetProcAddress(HMODULE library, const char* pszName) {
     if (library == nullptr || pszName == nullptr) {  // the system takes null for all libraries
         SetLastError(ERROR_INVALID_PARAMETER);
@@ -54,8 +64,9 @@ FARPROC GetProcAddress(HMODULE library, const char* pszName) {
     const char* pszAt = std::strchr(pszName, '@');
     void* pAddress =
         pszAt != nullptr ? FindVersioned(library, pszName, pszAt) : dlsym(library, pszName);
-    if (pAddress == nullptr) {
+    if (pAddress == nullptr || !IsIn(library, pAddress)) {
         SetLastError(ERROR_PROC_NOT_FOUND);
+        return nullptr;
     }
     return reinterpret_cast<FARPROC>(pAddress);
 }

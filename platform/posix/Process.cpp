@@ -124,8 +124,10 @@ int Process::Wait() {
     return *m_pState->exitCode;
 }
 
+// What it has started may go on, and keep its output open.
 void Process::End() {
     kill(m_pState->pid, SIGKILL);
+    shutdown(m_pState->socket, SHUT_RD);
 }
 
 std::string Process::EndText() {

@@ -44,7 +44,7 @@ constexpr DWORD LOAD_WITH_ALTERED_SEARCH_PATH = 8;
 /// null, `flags` LOAD_WITH_ALTERED_SEARCH_PATH.
 HMODULE LoadLibraryExA(const char* pszPath, HANDLE file, DWORD flags);
 
-/// The address of an export, "name" or "name@version"; null if there is none.
+/// The address of the library's own export, "name" or "name@version"; null if there is none.
 FARPROC GetProcAddress(HMODULE library, const char* pszName);
 
 /// Lets go of a library; the last one to do so unloads it.

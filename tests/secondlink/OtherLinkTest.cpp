@@ -188,6 +188,9 @@ TEST(OtherLinkTest, LibraryThatLacksFunctionsIsRefusedWithTheirNames) {
         EXPECT_THAT(e.what(), HasSubstr("lacking.dll is no camera link: it lacks " + name));
     }
     EXPECT_THROW(OtherLink::Use("none.dll"), std::runtime_error);
+    // What it takes from a camera link it does not have.
+    const std::string module = (BuildFolder() / MODULE_FILE).string();
+    EXPECT_THAT(OtherLink::MissingNames(module), testing::Contains(name));
     CProperty::Save(0x1000006);  // the body is still in its place
 }
 

@@ -1,7 +1,9 @@
 // jighost verify, diff and doctor: what they say of dumps and modules that are not as they should
 // be.
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
+#include <csignal>
 #include <filesystem>
 #include <string>
 
@@ -116,8 +118,18 @@ TEST(JighostDoctorTest, EachReasonNotToServeIsNamed) {
     ASSERT_NE(name, std::string::npos);
     WriteFile("foreign.so", foreign.replace(name, 13, "libNOTHERE.so"));
     expect("foreign.so", "failed +loads +libNOTHERE.so is missing: ");
-    std::filesystem::create_directory("JigDll.log");
-    expect("", "failed +log file +can't write ");
+    std::filesystem::remove("JigDll.log");
+    ASSERT_EQ(mkfifo("JigDll.log", 0600), 0);
+    expect("", "failed +log file +.*JigDll.log is no regular file");
+}
+
+TEST(JighostDoctorTest, ProcessIsAtItsEndWhateverItHasStarted) {
+    Process process("/bin/sh", {"-c", "sleep 10000 & echo $!"});
+    const std::optional<std::string> started = process.ReadLine();
+    ASSERT_TRUE(started);
+    process.End();
+    EXPECT_EQ(process.ReadLine(), std::nullopt);
+    kill(std::stoi(*started), SIGKILL);
 }
 
 TEST(JighostDoctorTest, ModuleThatDoesHarmIsToldAndEndsNobodyElse) {

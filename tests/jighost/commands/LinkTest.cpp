@@ -1,4 +1,6 @@
 // jighost --link: another camera link in the simulated body's place.
+#include <sys/stat.h>
+
 #include "tests/support/Support.h"
 #include "tests/support/SupportJighost.h"
 #include "tests/support/SupportLink.h"
@@ -37,8 +39,20 @@ TEST(JighostLinkTest, EveryCommandWorksOnTheOtherLink) {
 
 TEST(JighostLinkTest, WhatIsNoOtherLinkIsRefused) {
     const FreshFolder folder;
-    EXPECT_EQ(RunOnLink("none.so", {"run", "GetBodyID"}).exitCode, 3);
-    EXPECT_EQ(RunOnLink(BuildFolder() / BODYLNK_FILE, {"run", "GetBodyID"}).exitCode, 3);
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    WriteFile("cut.so", ReadFile(LinkFile("second_link")).substr(0, 20'000));
+    const std::pair<std::filesystem::path, std::string> wrong[] = {
+        {"none.so", "there is no camera link none.so"},
+        {"pipe", "there is no camera link pipe"},
+        {"cut.so", "can't load cut.so: 64-bit ELF library, cut off ahead of its end"},
+        {BuildFolder() / BODYLNK_FILE, "is no other camera link"},
+        {BuildFolder() / MODULE_FILE, "is no camera link: it lacks "},
+    };
+    for (const auto& [link, message] : wrong) {
+        const JIGHOST_RUN run = RunOnLink(link, {"run", "GetBodyID"});
+        EXPECT_EQ(run.exitCode, 3);
+        EXPECT_THAT(run.errors, HasSubstr(message));
+    }
     const JIGHOST_RUN both = RunOnLink("a.so", {"run", "GetBodyID", "--body", "b.yaml"});
     EXPECT_EQ(both.exitCode, 2);
     EXPECT_THAT(both.errors, StartsWith("jighost: expected --body, "));
