@@ -22,6 +22,9 @@ struct FAILURE {
     bool operator==(const FAILURE&) const = default;
 };
 
+/// More than the largest property: of a larger block a CALL keeps nothing.
+constexpr std::uint32_t BLOCK_LIMIT = 0x100000;
+
 struct CALL {
     std::string function;    ///< such as "CProperty::Get", "CEventProcedure::Execute"
     std::string name;        ///< the event's or file's name; empty otherwise

@@ -54,9 +54,6 @@ std::string PassLinePrefix(const std::function<std::string()>& work);
 
 // --- For those who define them ---
 
-/// More than the largest property: what is larger is passed on, but not looked at.
-constexpr std::uint32_t BLOCK_LIMIT = 0x100000;
-
 /// What stands in the caller's memory when a call has returned. No more is taken than the caller
 /// has room for, whatever size was left.
 ANSWER AnswerTo(const REQUEST& request);

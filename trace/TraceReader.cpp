@@ -19,6 +19,10 @@ using Link::FAILURE;
 // A trace is kept whole in memory; a whole dump takes ten megabytes of it.
 static const std::uint64_t LARGEST_FILE = 256'000'000;
 
+// The parser takes twenty times as much memory. A log line of two megabytes may need six bytes for
+// each of its own.
+static const std::size_t LONGEST_LINE = 16'000'000;
+
 static const int DEEPEST_FIELD = 2;  // an entry's failure has fields of its own
 
 static std::string ReadText(const std::string& path) {
@@ -147,6 +151,9 @@ class TraceReader {
 
 /// A JSON object. What lies deeper in it than an entry's own fields would only cost time and stack.
 static Json ParseLine(const std::string& line) {
+    if (line.size() > LONGEST_LINE) {
+        throw LineError("expected at most " + std::to_string(LONGEST_LINE) + " bytes in a line");
+    }
     const auto checkDepth = [](int depth, Json::parse_event_t, const Json&) {
         if (depth > DEEPEST_FIELD) {
             throw LineError("expected a JSON object with fields of plain values");

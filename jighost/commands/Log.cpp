@@ -11,6 +11,7 @@
 #include "jighost/log/LogOutput.h"
 #include "jighost/log/LogReader.h"
 #include "jighost/operations/LogName.h"
+#include "jighost/output/Complaint.h"
 #include "jighost/session/Interrupt.h"
 #include "jighost/text/NearestName.h"
 #include "platform/FileReader.h"
@@ -108,7 +109,7 @@ static void Follow(const std::string& path, LogReader& reader, LogOutput& output
     LogFeed feed(reader);
     std::unique_ptr<FileReader> pFile = OpenLog(path);
     if (!pFile->IsOpen()) {
-        std::cerr << "jighost: waiting for " << path << '\n';
+        Complain("waiting for " + path);
     }
     while (!IsInterrupted() && std::cout) {
         const bool bReplaced = !pFile->IsOpen() || pFile->IsReplaced();

@@ -17,7 +17,7 @@ static const std::size_t MAX_INDENT = 20;
 static const std::size_t MAX_FAILURES = 1000;
 
 static std::string JsonLine(const Json& json) {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
+    return JsonText(json, ON_ONE_LINE) + '\n';
 }
 
 LogOutput::LogOutput(const LOG_SELECTION& selection, bool bJson)

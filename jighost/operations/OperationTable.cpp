@@ -415,6 +415,10 @@ bool IsDump(const OPERATION_INFO& info) {
     return std::string_view(info.name) == "LoadPropertyData";
 }
 
+bool FillsRecord(const OPERATION_INFO& info) {
+    return info.use == RECORD_USE::OUT || info.use == RECORD_USE::IN_OUT;
+}
+
 void CheckRecordGiven(const OPERATION_INFO& info, bool bGiven) {
     if (info.use == RECORD_USE::NONE && bGiven) {
         throw HostError(EXIT_WRONG_USE, std::string(info.name) + " takes no record");

@@ -47,6 +47,9 @@ const OPERATION_INFO& KnownOperation(const std::string& name);
 /// Whether the operation writes the adjustment data into the folder that SHARED_NAME_FOLDER names.
 bool IsDump(const OPERATION_INFO& info);
 
+/// Whether there is a record and the operation writes to it.
+bool FillsRecord(const OPERATION_INFO& info);
+
 /// Throws EXIT_WRONG_USE if a record is given to an operation that takes none, or none is given to
 /// one that reads it.
 void CheckRecordGiven(const OPERATION_INFO& info, bool bGiven);

@@ -15,8 +15,11 @@ constexpr int JSON_FORMAT = 1;
 /// Field by field; texts as RecordText gives them, bytes as "b5 0d 00".
 Json RecordJson(const RECORD& record, const RecordBytes& bytes);
 
-/// The whole text of a document. Bytes that are no UTF-8 come out as the replacement character.
-std::string JsonText(const Json& json);
+/// The whole text of a document, indented unless the indent is none. Bytes that are no UTF-8 come
+/// out as the replacement character, harmful characters of PlainText as \uNNNN: what reads JSON has
+/// them as they were.
+std::string JsonText(const Json& json, int indent = 2);
+constexpr int ON_ONE_LINE = -1;
 
 /// Writes a document and a line's end.
 void WriteJson(std::ostream& out, const Json& json);

@@ -16,6 +16,12 @@ static const std::size_t BYTES_SHOWN = 16;
 
 // --- Reading ---
 
+/// Whether more bytes came back than a trace keeps.
+static bool IsAnswerLost(const CALL& call) {
+    return call.received.empty() && call.value > Link::BLOCK_LIMIT &&
+           call.sizeLeft.value_or(0) > Link::BLOCK_LIMIT;
+}
+
 static void CheckOperation(const TRACED_OPERATION& operation) {
     const OPERATION_INFO* pInfo = FindOperation(operation.name);
     if (pInfo == nullptr) {
@@ -24,6 +30,11 @@ static void CheckOperation(const TRACED_OPERATION& operation) {
     const std::size_t room = NewRecord(*pInfo->record).size();
     if (operation.record.size() > room || operation.returned.size() > room) {
         throw TraceError("record: expected at most " + std::to_string(room) + " bytes");
+    }
+    if (std::any_of(operation.calls.begin(), operation.calls.end(), IsAnswerLost)) {
+        throw TraceError(
+            operation.name + " can't be replayed: the trace lacks an answer of more than " +
+            std::to_string(Link::BLOCK_LIMIT) + " bytes");
     }
 }
 
@@ -41,6 +52,9 @@ static void CheckOperations(
 std::vector<TRACED_OPERATION> ReadOperations(const std::string& path) {
     try {
         std::vector<TRACED_OPERATION> operations = ReadTrace(path);
+        if (operations.empty()) {
+            throw TraceError(path + ": expected an operation at least, got none");
+        }
         CheckOperations(path, operations);
         return operations;
     } catch (const TraceError& e) {

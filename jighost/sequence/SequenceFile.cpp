@@ -42,7 +42,7 @@ class StepReader {
                 {"name", [this](const auto& node) { m_Step.name = m_File.Text(node, "a name"); }},
                 {"record", [this](const auto& node) { m_Step.fields = Fields(node); }},
                 {"expect", [this](const auto& node) { ReadResult(node); }},
-                {"expect_fields", [this](const auto& node) { m_Step.resultFields = Fields(node); }},
+                {"expect_fields", [this](const auto& node) { ReadResultFields(node); }},
                 {"on_unexpected", [this](const auto& node) { ReadOnUnexpected(node); }},
             });
         Explain(m_Node, [this] { CheckRecordGiven(*m_Step.info, !m_Step.fields.empty()); });
@@ -87,6 +87,16 @@ class StepReader {
                 node, "expected the name or number of a result, got '" + text + "'" +
                           NearestNames(text, ResultNames()));
         }
+    }
+
+    /// Of an operation that fills none the record would come back as it was given.
+    void ReadResultFields(const YAML::Node& node) {
+        if (!FillsRecord(*m_Step.info)) {
+            m_File.Refuse(
+                node, std::string("expected fields of an operation that fills its record, which ") +
+                          m_Step.info->name + " does not");
+        }
+        m_Step.resultFields = Fields(node);
     }
 
     void ReadOnUnexpected(const YAML::Node& node) {

@@ -53,7 +53,7 @@ static std::string OutcomeText(const STEP_OUTCOME& outcome) {
 /// The record's fields, if the step is one that reads them.
 static void ShowFields(const STEP_OUTCOME& outcome) {
     const OPERATION_INFO& info = *outcome.step->info;
-    if (info.use != RECORD_USE::OUT && info.use != RECORD_USE::IN_OUT) {
+    if (!FillsRecord(info)) {
         return;
     }
     std::stringstream lines;

@@ -28,8 +28,10 @@ static void CheckFiles(const SESSION_OPTIONS& options) {
     inputs.push_back({"the module", FullModulePath(options.modulePath)});
     inputs.push_back({"the camera link", options.linkPath});
     inputs.push_back({"the module's log", "JigDll.log"});
+    inputs.push_back({"the camera's log", "CameraLog"});
     inputs.push_back({"the installation's file", "BoardInf.ini"});
     inputs.push_back({"standard output", STANDARD_OUTPUT_PATH});
+    inputs.push_back({"standard error", STANDARD_ERROR_PATH});
     CheckOutputs(outputs, inputs);
 }
 

@@ -27,7 +27,7 @@ static constexpr CODE_RANGE HARMFUL[] = {
     {0xE0000, 0xE0FFF},  // tags and variants, unseen
 };
 
-static bool IsHarmful(char32_t code) {
+bool IsHarmful(char32_t code) {
     return std::any_of(std::begin(HARMFUL), std::end(HARMFUL), [code](const CODE_RANGE& range) {
         return code >= range.first && code <= range.last;
     });

@@ -9,9 +9,12 @@
 #include "jighost/text/Numbers.h"
 #include "platform/TextFile.h"
 
-// Far more than what people write, or than what a body can save, and little enough for a parser
-// that takes a hundred times as much memory.
+// Far more than what people write, or than what a body can save.
 static const std::uint64_t LARGEST_FILE = 16'000'000;
+
+// Between two values stands one of these; the parser takes more than 200 bytes for each.
+static const std::string_view MARKS = "[{,:\r\n";
+static const std::ptrdiff_t MOST_MARKS = 2'000'000;
 
 static std::string ReadText(const std::string& path) {
     try {
@@ -21,9 +24,20 @@ static std::string ReadText(const std::string& path) {
     }
 }
 
+static void CheckMarks(const std::string& path, const std::string& text) {
+    const auto isMark = [](char character) { return MARKS.find(character) != MARKS.npos; };
+    if (std::count_if(text.begin(), text.end(), isMark) > MOST_MARKS) {
+        throw HostError(
+            EXIT_WRONG_USE, path + ": expected at most " + std::to_string(MOST_MARKS) +
+                                " lists, maps, elements and lines");
+    }
+}
+
 static YAML::Node Parse(const std::string& path) {
+    const std::string text = ReadText(path);
+    CheckMarks(path, text);
     try {
-        return YAML::Load(ReadText(path));
+        return YAML::Load(text);
     } catch (const YAML::Exception& e) {
         throw HostError(
             EXIT_WRONG_USE,

@@ -116,6 +116,27 @@ TEST_F(JighostTraceTest, HostileFilesEndInOneLine) {
     expect(
         {"replay", "deep.jsonl"},
         "deep.jsonl:2: expected a JSON object with fields of plain values");
+    WriteFile("start.jsonl", "{\"format\":1,\"content\":\"jighost trace\"}\n");
+    expect({"replay", "start.jsonl"}, "start.jsonl: expected an operation at least, got none");
+    WriteFile(
+        "large.jsonl",
+        ReadFile("start.jsonl") +
+            "{\"entry\":\"operation\",\"name\":\"GetCameraLog\",\"record\":\"\"}\n"
+            "{\"entry\":\"call\",\"call\":1,\"function\":\"CEventProcedure::GetReturnData\","
+            "\"name\":\"\",\"id\":0,\"value\":1048577,\"from_list\":false,\"sent\":\"\"}\n"
+            "{\"entry\":\"answer\",\"call\":1,\"received\":\"\",\"size_left\":1048577,"
+            "\"result\":0,\"failure\":null}\n");
+    expect(
+        {"replay", "large.jsonl"},
+        "large.jsonl:2: GetCameraLog can't be replayed: the trace lacks an answer of more than "
+        "1048576 bytes");
+    const std::string zeros(16'000'001, '0');
+    WriteFile("wide.jsonl", ReadFile("start.jsonl") + zeros + "\n");
+    expect({"replay", "wide.jsonl"}, "wide.jsonl:2: expected at most 16000000 bytes in a line");
+    WriteFile("wide.yaml", std::string(2'000'001, ','));
+    expect(
+        {"sequence", "wide.yaml"},
+        "wide.yaml: expected at most 2000000 lists, maps, elements and lines");
     std::string comment("#");
     comment.resize(16'000'001);
     WriteFile("long.yaml", comment);

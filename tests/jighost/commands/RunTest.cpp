@@ -93,12 +93,14 @@ TEST_F(JighostTest, WrongSequenceIsRefusedWithAllItsLinesBeforeItRuns) {
         "steps:\n  - operation: GetBodyID\n  - operation: GetBodyIDs\n"
         "  - operation: SetBodyID\n    record:\n      SerialNum: 4\n"
         "  - operation: SetBodyID\n  - {operation: GetBodyID, expects: 0}\n"
-        "  - operation: GetBodyID\n    expect: RESULT_SUCESS\n");
+        "  - operation: GetBodyID\n    expect: RESULT_SUCESS\n"
+        "  - {operation: SetOwnerName, record: {OwnerName: a}, expect_fields: {OwnerName: a}}\n");
     EXPECT_EQ(run.exitCode, 2);
     for (const std::string line :
          {"4: there is no operation 'GetBodyIDs'; did you mean 'GetBodyID'",
           "7: SetBodyID has no field 'SerialNum'", "8: SetBodyID reads a record",
-          "9: expected a key of a step", "11: expected the name or number of a result"}) {
+          "9: expected a key of a step", "11: expected the name or number of a result",
+          "12: expected fields of an operation that fills its record"}) {
         EXPECT_THAT(run.errors, HasSubstr("sequence.yaml:" + line));
     }
     EXPECT_THAT(run.errors, HasSubstr("did you mean 'SerialNo'?"));

@@ -29,6 +29,8 @@ TEST_F(JighostTest, OutputThatWouldReplaceAnotherFileOfTheRunIsRefusedBeforeItRu
         {"--record new.json --trace dangling", "--trace dangling is the same file as --record"},
         {"--record module.so --module module.so", "is the same file as the module"},
         {"--record JigDll.log", "--record JigDll.log is the same file as the module's log"},
+        {"--record CameraLog", "--record CameraLog is the same file as the camera's log"},
+        {"--trace errors.txt", "--trace errors.txt is the same file as standard error"},
         {"--trace BoardInf.ini", "is the same file as the installation's file"},
         {"--record out.txt >out.txt", "is the same file as standard output"},
         {"--record .", "can't write .: Is a directory"},

@@ -1,6 +1,7 @@
 // Foreign text on its way to a terminal, and UTF-8 in all that jighost shows and keeps.
 #include "jighost/text/PlainText.h"
 
+#include "jighost/output/Json.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportJighost.h"
 #include "trace/JsonLine.h"
@@ -39,6 +40,12 @@ TEST(PlainTextTest, LineOfATraceStaysJsonWhateverIsInIt) {
     JsonLine line;
     line.Add("text", std::string_view("Mü\"\\\x01\xFF"));
     EXPECT_EQ(line.Text(), "{\"text\":\"Mü\\\"\\\\\\u0001\uFFFD\"}\n");
+}
+
+TEST(PlainTextTest, JsonHoldsWhatSteersATerminalByItsNumbers) {
+    EXPECT_EQ(
+        JsonText("Müller \u009B\u202E\U000E0001\x7F\x1B\xFF", ON_ONE_LINE),
+        "\"Müller \\u009b\\u202e\\udb40\\udc01\\u007f\\u001b\uFFFD\"");
 }
 
 TEST(PlainTextTest, NoCommandForgesALineOfItsOutput) {
