@@ -41,6 +41,7 @@ struct CALLS {
     std::vector<CALL> recorded;
     Observer observer;
     Answerer answerer;
+    PrefixObserver prefixObserver;
     CALL current;  // kept only while somebody listens
 
     FailurePlan callFailures;
@@ -179,6 +180,10 @@ void Observe(Observer observer) {
     s_Calls.observer = std::move(observer);
 }
 
+void ObserveLinePrefixes(PrefixObserver observer) {
+    s_Calls.prefixObserver = std::move(observer);
+}
+
 void AnswerCalls(Answerer answerer) {
     s_Calls.answerer = std::move(answerer);
 }
@@ -227,7 +232,11 @@ void PassConstruction(const std::function<void()>& work) {
 
 std::string PassLinePrefix(const std::function<std::string()>& work) {
     ThrowNext(s_Calls.prefixFailures);
-    return work();
+    std::string prefix = work();
+    if (s_Calls.prefixObserver) {
+        SwallowExceptions([&] { s_Calls.prefixObserver(prefix); });
+    }
+    return prefix;
 }
 
 }  // namespace Link

@@ -130,6 +130,11 @@ BODYLNK_API void Observe(Observer observer);
 using Answerer = std::function<std::optional<CALL>(const CALL& call)>;
 BODYLNK_API void AnswerCalls(Answerer answerer);
 
+/// Called with each text that `_gt` gives, whoever stands behind the link; an empty one switches it
+/// off. What it throws is dropped.
+using PrefixObserver = std::function<void(const std::string& prefix)>;
+BODYLNK_API void ObserveLinePrefixes(PrefixObserver observer);
+
 /// A fixed text in place of the local date and time that `_gt` gives; empty for the time again.
 BODYLNK_API void SetLinePrefix(const std::string& prefix);
 

@@ -5,7 +5,7 @@
 //
 //     {"format":1,"content":"jighost trace"}
 //     {"entry":"operation","operation":1,"name":"GetBodyID","record":"00 00 ..."}
-//     {"entry":"log","line":"2026/11/22 20:10:29.123 [FUNC] GetBodyID"}
+//     {"entry":"log","line":"2026/11/22 20:10:29.123 [FUNC] GetBodyID","interleaved":false}
 //     {"entry":"call","operation":1,"call":1,"function":"CProperty::Get","name":"","id":16777222,
 //      "value":8,"from_list":false,"sent":""}
 //     {"entry":"answer","operation":1,"call":1,"received":"b5 0d ...","size_left":null,
@@ -13,7 +13,7 @@
 //     {"entry":"result","operation":1,"result":0,"record":"...","time_ms":0.4}
 //
 // each one line. A failure is {"kind":"camera exception","code":8193,"message":"..."}; the other
-// kinds are "standard exception" and "integer".
+// kinds are "standard exception" and "integer". An interleaved line may be another process's.
 #pragma once
 
 #include <cstdint>

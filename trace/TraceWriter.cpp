@@ -75,10 +75,11 @@ void TraceWriter::WriteOperation(std::string_view name, std::span<const std::uin
     WriteLine(line.Text());
 }
 
-void TraceWriter::WriteLogLine(std::string_view text) {
+void TraceWriter::WriteLogLine(std::string_view text, bool bInterleaved) {
     JsonLine line;
     line.Add("entry", "log");
     line.Add("line", text);
+    line.Add("interleaved", bInterleaved);
     WriteLine(line.Text());
 }
 

@@ -21,7 +21,8 @@ class TraceWriter {
     ~TraceWriter();
 
     void WriteOperation(std::string_view name, std::span<const std::uint8_t> record);
-    void WriteLogLine(std::string_view line);
+    /// An interleaved line may be another process's.
+    void WriteLogLine(std::string_view line, bool bInterleaved);
     /// Of a call that has not been made yet; `number` counts those of the operation, from 1.
     void WriteCall(const Link::CALL& call, std::uint32_t number);
     void WriteAnswer(const Link::CALL& call, std::uint32_t number, Milliseconds time);

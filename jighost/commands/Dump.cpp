@@ -10,7 +10,6 @@
 #include "jighost/operations/ResultName.h"
 #include "jighost/output/Complaint.h"
 #include "jighost/output/Json.h"
-#include "jighost/session/AddedLog.h"
 #include "jighost/session/Session.h"
 #include "jighost/text/PlainText.h"
 #include "platform/Program.h"
@@ -81,9 +80,10 @@ static std::string FailureText(const OPERATION_RUN& run, std::size_t rows) {
     std::string text = "LoadPropertyData failed";
     if (rows > 0) {
         text += " at row " + std::to_string(rows) + " of " + std::to_string(PROPERTY_COUNT) + ", " +
-                LastTextBehind(run.log, "[VALU] PropertyName - ");
+                PropertyDataTable[rows - 1].PropertyName;
     }
-    text += ": " + LastError(run.log) + ", " + ResultText(run.result);
+    const std::string cause = FailureCause(run);
+    text += ": " + cause + (cause.empty() ? "" : ", ") + ResultText(run.result);
     return text + (rows > 1 ? "; the files of the rows before are complete" : "");
 }
 

@@ -7,7 +7,6 @@
 #include "jighost/operations/ResultName.h"
 #include "jighost/output/Complaint.h"
 #include "jighost/output/Json.h"
-#include "jighost/session/AddedLog.h"
 #include "jighost/session/RunJson.h"
 #include "jighost/session/Session.h"
 
@@ -84,7 +83,7 @@ static EXIT_CODE Judge(const OPERATION_RUN& run) {
         return EXIT_UNEXPECTED;
     }
     if (IsFailure(run.result)) {
-        Complain(std::string(run.info->name) + " failed: " + LastError(run.log));
+        Complain(std::string(run.info->name) + " failed: " + RunError(run));
         return EXIT_OPERATION_FAILED;
     }
     return EXIT_OK;

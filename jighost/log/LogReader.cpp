@@ -33,31 +33,16 @@ void LogReader::End() {
 
 void LogReader::ReadLine(std::string_view line) {
     std::size_t tag = FindTag(line, m_Prefixes.LengthOfLast(line));
-    if (tag != std::string_view::npos) {
-        for (std::size_t next = FindNextLine(line, tag); next != std::string_view::npos;
-             next = FindNextLine(line, tag)) {
-            ReadPiece({.text = line.substr(0, next), .tag = tag, .bCut = true});
-            line.remove_prefix(next);
-            tag = FindTag(line, 0);
+    while (tag != std::string_view::npos) {
+        const std::size_t next = m_Prefixes.FindNextLine(line, tag + TAG_SIZE);
+        if (next == std::string_view::npos) {
+            break;
         }
+        ReadPiece({.text = line.substr(0, next), .tag = tag, .bCut = true});
+        line.remove_prefix(next);
+        tag = FindTag(line, 0);
     }
     ReadPiece({.text = line, .tag = tag});
-}
-
-/// Where another line's prefix begins behind this tag; npos if none does.
-std::size_t LogReader::FindNextLine(std::string_view line, std::size_t tag) const {
-    const std::size_t behind = tag + TAG_SIZE;
-    if (line.size() < behind + m_Prefixes.ShortestWithin() + TAG_SIZE) {
-        return std::string_view::npos;
-    }
-    for (std::size_t next = FindTag(line, behind); next != std::string_view::npos;
-         next = FindTag(line, next + TAG_SIZE)) {
-        const std::size_t start = m_Prefixes.FindWithin(line.substr(behind, next - behind));
-        if (start != std::string_view::npos) {
-            return behind + start;
-        }
-    }
-    return std::string_view::npos;
 }
 
 void LogReader::ReadPiece(const LOG_PIECE& piece) {

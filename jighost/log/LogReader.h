@@ -39,7 +39,6 @@ class LogReader {
 
   private:
     void ReadLine(std::string_view line);
-    std::size_t FindNextLine(std::string_view line, std::size_t tag) const;
     void ReadPiece(const LOG_PIECE& piece);
     void ReadLogLine(LOG_LINE& line, bool bCut);
     bool TakePrefix(LOG_LINE& line);

@@ -3,13 +3,12 @@
 
 #include "frame/Result.h"
 #include "jighost/operations/ResultName.h"
-#include "jighost/session/AddedLog.h"
 #include "jighost/session/Interrupt.h"
 
 static std::string ResultProblem(const OPERATION_RUN& run, const std::string& expected) {
-    const std::string error = LastError(run.log);
+    const std::string cause = FailureCause(run);
     return "expected " + expected + ", got " + ResultText(run.result) +
-           (error.empty() ? "" : ": " + error);
+           (cause.empty() ? "" : ": " + cause);
 }
 
 /// The fields that differ from the expected ones; empty if none does.

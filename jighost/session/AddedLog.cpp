@@ -1,30 +1,64 @@
 // The lines behind the log's former end.
 #include "jighost/session/AddedLog.h"
 
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 
+#include "bodylnk/SimulatedBody.h"
+
 static const char LOG_FILE_NAME[] = "JigDll.log";
 
+/// 0 for anything but a regular file.
 static std::uintmax_t LogSize() {
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(LOG_FILE_NAME, error);
     return error ? 0 : size;
 }
 
-AddedLog::AddedLog() : m_Start(LogSize()) {}
+AddedLog::AddedLog() : m_Position(LogSize()) {
+    SimulatedBody::ObserveLinePrefixes(
+        [this](const std::string& prefix) { m_Lines.Expect(prefix); });
+}
 
-std::vector<std::string> AddedLog::Lines() const {
-    std::ifstream log(LOG_FILE_NAME, std::ios::binary);
-    log.seekg(static_cast<std::streamoff>(m_Start));
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(log, line);) {
-        if (line.ends_with('\r')) {
-            line.pop_back();
-        }
-        lines.push_back(line);
+AddedLog::~AddedLog() {
+    SimulatedBody::ObserveLinePrefixes({});
+}
+
+std::string AddedLog::Problem() {
+    const std::string name = LOG_FILE_NAME;
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(name, error);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        return name + " is no regular file";
     }
-    return lines;
+    if (!std::ofstream(name, std::ios::app)) {
+        return "can't write " + name + ": " + std::strerror(errno);
+    }
+    const OwnLines& lines = ReadOn();
+    const bool bAny = lines.Texts(OWNER::ANOTHER).size() < lines.Count();
+    return bAny ? "" : "nothing has come to " + name;
+}
+
+void AddedLog::Begin() {
+    m_Position = LogSize();
+    m_Lines.Clear();
+}
+
+const OwnLines& AddedLog::ReadOn() {
+    const std::uintmax_t size = LogSize();
+    m_Position = size < m_Position ? 0 : m_Position;  // deleted meanwhile, and begun anew
+    if (size > m_Position) {
+        std::ifstream log(LOG_FILE_NAME, std::ios::binary);
+        log.seekg(static_cast<std::streamoff>(m_Position));
+        for (std::string line; std::getline(log, line) && !log.eof();) {
+            m_Position += line.size() + 1;
+            line.resize(line.size() - (line.ends_with('\r') ? 1 : 0));
+            m_Lines.Add(line);
+        }
+    }
+    return m_Lines;
 }
 
 std::string LastTextBehind(const std::vector<std::string>& lines, std::string_view tag) {

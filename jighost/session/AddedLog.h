@@ -1,4 +1,4 @@
-// What the module adds to its log while an operation runs.
+// What this process's module adds to its log, in the current directory.
 #pragma once
 
 #include <cstdint>
@@ -6,16 +6,30 @@
 #include <string_view>
 #include <vector>
 
+#include "jighost/session/OwnLines.h"
+
+/// There is one at a time: it observes the line prefixes of the camera link.
 class AddedLog {
   public:
-    /// Remembers where the log in the current directory ends now.
+    /// From now on each line counts, up to the next SimulatedBody::Reset.
     AddedLog();
+    AddedLog(const AddedLog&) = delete;
+    AddedLog& operator=(const AddedLog&) = delete;
+    ~AddedLog();
 
-    /// The lines added since, without their ends.
-    std::vector<std::string> Lines() const;
+    /// Why nothing has come since then, though the module has written; empty if something has.
+    std::string Problem();
+
+    /// Forgets what has come so far.
+    void Begin();
+
+    /// The lines since Begin whose ends have come. Anything but a regular file has none: of a pipe
+    /// or a device nothing comes back.
+    const OwnLines& ReadOn();
 
   private:
-    std::uintmax_t m_Start;
+    std::uintmax_t m_Position;  // in the file
+    OwnLines m_Lines;
 };
 
 /// What stands behind `tag` in the last line that holds it; empty if none does.

@@ -2,6 +2,8 @@
 // it.
 #include "jighost/session/HeldFolder.h"
 
+#include <algorithm>
+
 #include "jighost/output/Complaint.h"
 #include "jighost/session/AddedLog.h"
 #include "jighost/session/Patience.h"
@@ -74,8 +76,24 @@ HeldFolder::~HeldFolder() {
     m_Block->WriteOver(m_Text, m_FormerText);
 }
 
-std::string HeldFolder::Problem(const std::vector<std::string>& log, bool bFailed) const {
-    const std::string taken = LastTextBehind(log, "[VALU] pszFullPath - ");
+/// Of the lines in doubt one is the dump's: if they tell one folder, it is the dump's.
+static std::string OnlyTextBehind(const std::vector<std::string>& lines, std::string_view tag) {
+    const std::string text = LastTextBehind(lines, tag);
+    const bool bOnly = std::all_of(lines.begin(), lines.end(), [&](const std::string& line) {
+        const std::string other = LastTextBehind({line}, tag);
+        return other.empty() || other == text;
+    });
+    return bOnly ? text : "";
+}
+
+std::string HeldFolder::Problem(
+    const std::vector<std::string>& log, const std::vector<std::string>& interleaved,
+    bool bFailed) const {
+    static const std::string FOLDER_TAG = "[VALU] pszFullPath - ";
+    std::string taken = LastTextBehind(log, FOLDER_TAG);
+    if (taken.empty() && !bFailed) {
+        taken = OnlyTextBehind(interleaved, FOLDER_TAG);
+    }
     if (taken == m_Text || (taken.empty() && bFailed)) {
         return "";
     }

@@ -27,9 +27,12 @@ class HeldFolder {
     /// The block has its former text again, unless somebody else has written to it meanwhile.
     ~HeldFolder();
 
-    /// Whether a dump went where it was to go, by the lines that it has logged: empty, or else what
-    /// is wrong. One that failed before it took a folder went nowhere.
-    std::string Problem(const std::vector<std::string>& log, bool bFailed) const;
+    /// Whether a dump went where it was to go, by the lines that it has logged, and those that it
+    /// or another process has: empty, or else what is wrong. One that failed before it took a
+    /// folder went nowhere.
+    std::string Problem(
+        const std::vector<std::string>& log, const std::vector<std::string>& interleaved,
+        bool bFailed) const;
 
   private:
     /// Among all runs of jighost one at a time has it. Its block holds nothing: it is its

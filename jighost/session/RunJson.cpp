@@ -2,17 +2,17 @@
 #include "jighost/session/RunJson.h"
 
 #include "jighost/operations/ResultName.h"
-#include "jighost/session/AddedLog.h"
 
 Json RunJson(const OPERATION_RUN& run) {
     return {
         {"operation", run.info->name},
         {"result", run.result},
         {"result_name", ResultName(run.result)},
-        {"error", LastError(run.log)},
+        {"error", RunError(run)},
         {"time_ms", run.time.count()},
         {"calls", run.callCount},
         {"record", RecordJson(*run.info->record, run.record)},
         {"log", run.log},
+        {"interleaved", run.interleaved},
     };
 }

@@ -2,8 +2,9 @@
 #include "jighost/session/Session.h"
 
 #include "frame/Result.h"
+#include "jighost/operations/ResultName.h"
+#include "jighost/output/CallText.h"
 #include "jighost/output/Complaint.h"
-#include "jighost/session/AddedLog.h"
 #include "jighost/session/Interrupt.h"
 #include "jighost/session/Trace.h"
 #include "jighost/text/HostError.h"
@@ -58,10 +59,14 @@ Session::Session(const SESSION_OPTIONS& options)
       m_Module(options.modulePath),
       m_pFolder(NewFolder(options)) {
     OutliveBrokenPipes();
+    const std::string problem = m_Log.Problem();
+    if (!problem.empty()) {
+        Complain("the module's log is lost: " + problem);
+    }
     if (options.bTrace) {
         m_pTrace = NewTrace(options.tracePath);
-        Watch([this](const Link::CALL& call, bool complete) { m_pTrace->OnCall(call, complete); });
     }
+    Watch([this](const Link::CALL& call, bool complete) { OnCall(call, complete); });
     if (!m_Faults.IsEmpty()) {
         SimulatedBody::AnswerCalls(
             [this](const Link::CALL& call) { return m_Faults.Answer(call); });
@@ -82,6 +87,15 @@ void Session::Watch(SimulatedBody::Observer watcher) {
     });
 }
 
+static void RunProcedure(const REGISTERED_OPERATION& operation, OPERATION_RUN& run) {
+    void* pRecord = run.info->use == RECORD_USE::NONE ? nullptr : run.record.data();
+    const std::uint32_t callsBefore = SimulatedBody::CallCount();
+    const auto start = std::chrono::steady_clock::now();
+    run.result = operation.procedure(pRecord);
+    run.time = std::chrono::steady_clock::now() - start;
+    run.callCount = SimulatedBody::CallCount() - callsBefore;
+}
+
 OPERATION_RUN Session::Run(const OPERATION_INFO& info, RecordBytes record) {
     OPERATION_RUN run;
     run.info = &info;
@@ -91,20 +105,52 @@ OPERATION_RUN Session::Run(const OPERATION_INFO& info, RecordBytes record) {
     if (m_pTrace != nullptr) {
         m_pTrace->BeginOperation(info, run.record);
     }
-    const AddedLog log;
-    const std::uint32_t callsBefore = SimulatedBody::CallCount();
-    const auto start = std::chrono::steady_clock::now();
-    run.result = operation.procedure(info.use == RECORD_USE::NONE ? nullptr : run.record.data());
-    run.time = std::chrono::steady_clock::now() - start;
-    run.callCount = SimulatedBody::CallCount() - callsBefore;
-    run.log = log.Lines();
-    if (m_pFolder != nullptr && IsDump(info)) {
-        run.folderProblem = m_pFolder->Problem(run.log, IsFailure(run.result));
+    m_Log.Begin();
+    m_FailedCall.clear();
+    RunProcedure(operation, run);
+    run.failedCall = m_FailedCall;
+    TakeLog(run);
+    return run;
+}
+
+void Session::TakeLog(OPERATION_RUN& run) {
+    const OwnLines& log = m_Log.ReadOn();
+    run.log = log.Texts(OWNER::THIS_PROCESS);
+    run.interleaved = log.Texts(OWNER::UNKNOWN);
+    if (m_pFolder != nullptr && IsDump(*run.info)) {
+        run.folderProblem = m_pFolder->Problem(run.log, run.interleaved, IsFailure(run.result));
     }
     if (m_pTrace != nullptr) {
-        m_pTrace->EndOperation(run);
+        m_pTrace->EndOperation(run, log);
     }
-    return run;
+}
+
+void Session::OnCall(const Link::CALL& call, bool complete) {
+    const bool bFailed = call.failure || (call.result && IsFailure(*call.result));
+    if (complete && bFailed && m_FailedCall.empty()) {
+        m_FailedCall = RequestText(call) + " -> " + AnswerText(call);
+    }
+    if (m_pTrace == nullptr) {
+        return;
+    }
+    if (!complete) {
+        m_pTrace->OnLog(m_Log.ReadOn());
+    }
+    m_pTrace->OnCall(call, complete);
+}
+
+std::string FailureCause(const OPERATION_RUN& run) {
+    const std::string error = LastError(run.log);
+    return error.empty() && IsFailure(run.result) ? run.failedCall : error;
+}
+
+std::string RunError(const OPERATION_RUN& run) {
+    const std::string cause = FailureCause(run);
+    if (!IsFailure(run.result) || !LastError(run.log).empty()) {
+        return cause;
+    }
+    return ResultText(run.result) + (cause.empty() ? "" : ", " + cause) +
+           (run.interleaved.empty() ? "" : "; the log's lines are interleaved");
 }
 
 bool Session::Finish() const {

@@ -13,6 +13,7 @@
 
 #include "bodylnk/SimulatedBody.h"
 #include "jighost/operations/OperationTable.h"
+#include "jighost/session/AddedLog.h"
 #include "jighost/session/ChosenLink.h"
 #include "jighost/session/Fault.h"
 #include "jighost/session/HeldFolder.h"
@@ -29,19 +30,29 @@ struct OPERATION_RUN {
     RecordBytes record;  ///< as the operation left it, with the spare bytes of NewRecord
     std::int32_t result = 0;
     std::chrono::duration<double, std::milli> time{};
-    std::uint32_t callCount = 0;   ///< link calls made
-    std::vector<std::string> log;  ///< what the module added to its log, lines without their ends
-    std::string folderProblem;     ///< of a dump into another folder than the session's; else empty
+    std::uint32_t callCount = 0;           ///< link calls made
+    std::string failedCall;                ///< the first one that failed; empty if none did
+    std::vector<std::string> log;          ///< what it added to the module's log, without line ends
+    std::vector<std::string> interleaved;  ///< lines of the log that may be another process's
+    std::string folderProblem;  ///< of a dump into another folder than the session's; else empty
 };
+
+/// Why the operation failed: its error in the log, or, if that is lost, the call that failed. May
+/// be empty.
+std::string FailureCause(const OPERATION_RUN& run);
+
+/// The same, but of a failure whose error is lost the result's name stands first: never empty then.
+std::string RunError(const OPERATION_RUN& run);
 
 class Session {
   public:
     /// Switches the simulated body on, with the saved values of --body's file, or puts another
     /// camera link in its place, loads the module and takes what the session needs for itself: the
     /// body's file, the folder of dumps. From now on Ctrl-C only sets IsInterrupted, and a pipe
-    /// that nobody reads ends nothing: what lasts is written. Throws EXIT_WRONG_USE for a bad file,
-    /// a file that can't be written or a bad fault, EXIT_NO_MODULE for a bad module or link,
-    /// EXIT_HOST_ERROR if another process keeps body or folder.
+    /// that nobody reads ends nothing: what lasts is written. Tells people if the module's log
+    /// is lost. Throws EXIT_WRONG_USE for a bad file, a file that can't be written or a bad fault,
+    /// EXIT_NO_MODULE for a bad module or link, EXIT_HOST_ERROR if another process keeps body or
+    /// folder.
     explicit Session(const SESSION_OPTIONS& options);
     ~Session();  ///< writes nothing back
     Session(const Session&) = delete;
@@ -67,11 +78,16 @@ class Session {
     EXIT_CODE Conclude(EXIT_CODE exitCode, bool bWritten) const;
 
   private:
+    void OnCall(const Link::CALL& call, bool complete);
+    void TakeLog(OPERATION_RUN& run);
+
     KeptBody m_Body;
     Faults m_Faults;
     ChosenLink m_Link;
+    AddedLog m_Log;
     Module m_Module;
     std::unique_ptr<HeldFolder> m_pFolder;  // null: no dumps
     std::unique_ptr<Trace> m_pTrace;        // null: no trace
     std::vector<SimulatedBody::Observer> m_Watchers;
+    std::string m_FailedCall;  // of the operation that runs
 };

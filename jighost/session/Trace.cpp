@@ -13,7 +13,7 @@
 
 void Trace::BeginOperation(const OPERATION_INFO& info, const RecordBytes& record) {
     m_Calls = 0;
-    m_Log = AddedLog();
+    m_LogLines = 0;
     WriteOperation(info, record);
 }
 
@@ -22,21 +22,29 @@ void Trace::OnCall(const Link::CALL& call, bool complete) {
         WriteAnswer(call, m_Calls, std::chrono::steady_clock::now() - m_Start);
         return;
     }
-    WriteLogLines();
     WriteCall(call, ++m_Calls);
     m_Start = std::chrono::steady_clock::now();
 }
 
-void Trace::EndOperation(const OPERATION_RUN& run) {
-    WriteLogLines();
+void Trace::OnLog(const OwnLines& log) {
+    for (; m_LogLines < log.Count() && log.Owner(m_LogLines) != OWNER::UNKNOWN; ++m_LogLines) {
+        WriteOneOf(log, m_LogLines);
+    }
+}
+
+void Trace::EndOperation(const OPERATION_RUN& run, const OwnLines& log) {
+    for (std::size_t place = 0; place < log.Count(); ++place) {
+        if (place >= m_LogLines || log.Owner(place) == OWNER::UNKNOWN) {
+            WriteOneOf(log, place);
+        }
+    }
     WriteResult(run);
 }
 
-void Trace::WriteLogLines() {
-    const std::vector<std::string> lines = m_Log.Lines();
-    m_Log = AddedLog();
-    for (const std::string& line : lines) {
-        WriteLogLine(line);
+void Trace::WriteOneOf(const OwnLines& log, std::size_t place) {
+    const OWNER owner = log.Owner(place);
+    if (owner != OWNER::ANOTHER) {
+        WriteLogLine(log.Text(place), owner == OWNER::UNKNOWN);
     }
 }
 
@@ -47,8 +55,9 @@ class ShownTrace : public Trace {
     void WriteOperation(const OPERATION_INFO& info, const RecordBytes& /*record*/) override {
         std::cerr << info.name << '\n';
     }
-    void WriteLogLine(const std::string& line) override {
-        std::cerr << std::string(NUMBER_WIDTH + 1, ' ') << PlainText(line) << '\n';
+    void WriteLogLine(const std::string& line, bool bInterleaved) override {
+        std::cerr << std::string(NUMBER_WIDTH + 1, ' ') << PlainText(line)
+                  << (bInterleaved ? " (interleaved)" : "") << '\n';
     }
     void WriteCall(const Link::CALL& call, std::uint32_t number) override {
         std::cerr << std::setw(NUMBER_WIDTH) << number << ' ' << RequestText(call) << std::flush;
@@ -87,7 +96,9 @@ class FileTrace : public Trace {
     void WriteOperation(const OPERATION_INFO& info, const RecordBytes& record) override {
         m_Writer.WriteOperation(info.name, WithoutSpareBytes(info, record));
     }
-    void WriteLogLine(const std::string& line) override { m_Writer.WriteLogLine(line); }
+    void WriteLogLine(const std::string& line, bool bInterleaved) override {
+        m_Writer.WriteLogLine(line, bInterleaved);
+    }
     void WriteCall(const Link::CALL& call, std::uint32_t number) override {
         m_Writer.WriteCall(call, number);
     }

@@ -89,14 +89,26 @@ std::size_t LinePrefixes::FindAtEnd(std::string_view text) {
     return std::string_view::npos;
 }
 
+/// Where the prefix begins that the text ends with.
 std::size_t LinePrefixes::FindWithin(std::string_view text) const {
-    if (m_bAny) {
-        return std::string_view::npos;
-    }
     for (const FORM& form : m_Forms) {
         const std::size_t start = form.bPlain ? std::string_view::npos : Match(form, text);
         if (start != std::string_view::npos) {
             return start;
+        }
+    }
+    return std::string_view::npos;
+}
+
+std::size_t LinePrefixes::FindNextLine(std::string_view line, std::size_t from) const {
+    if (m_bAny || line.size() < from + m_ShortestWithin) {
+        return std::string_view::npos;
+    }
+    for (std::size_t tag = line.find('[', from); tag != std::string_view::npos;
+         tag = line.find('[', tag + 1)) {
+        const std::size_t start = FindWithin(line.substr(from, tag - from));
+        if (start != std::string_view::npos) {
+            return from + start;
         }
     }
     return std::string_view::npos;

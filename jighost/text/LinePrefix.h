@@ -21,10 +21,9 @@ class LinePrefixes {
         return line.starts_with(m_Last) ? m_Last.size() : 0;
     }
 
-    /// The same, for the middle of a line: a form that any words would have does not count.
-    std::size_t FindWithin(std::string_view text) const;
-    /// No shorter text has a prefix within.
-    std::size_t ShortestWithin() const { return m_ShortestWithin; }
+    /// Where another line's prefix begins within the line, at `from` or behind it; npos if none
+    /// does. A form that any words would have does not count.
+    std::size_t FindNextLine(std::string_view line, std::size_t from) const;
 
   private:
     /// Longer texts have no form.
@@ -38,9 +37,10 @@ class LinePrefixes {
 
     static FORM FormOf(std::string_view prefix);
     static std::size_t Match(const FORM& form, std::string_view text);
+    std::size_t FindWithin(std::string_view text) const;
 
     std::vector<FORM> m_Forms;
-    std::size_t m_ShortestWithin = MAX_PREFIX;
-    bool m_bAny = false;  // whatever stands there is a prefix
-    std::string m_Last;   // the last one found: most lines come within one millisecond
+    std::size_t m_ShortestWithin = MAX_PREFIX;  // no shorter text has a prefix within
+    bool m_bAny = false;                        // whatever stands there is a prefix
+    std::string m_Last;  // the last one found: most lines come within one millisecond
 };

@@ -99,13 +99,20 @@ TEST_F(JighostTest, WhatAnotherProcessKeepsIsRefusedWithOneLineAndLeftAsItIs) {
 TEST(JighostFolderTest, DumpIntoAnotherFolderOrIntoOneThatNobodyKnowsIsAProblem) {
     const HeldFolder folder("\\own\\", FOREIGN_FOLDER::REFUSED);
     const std::string line = "2026/11/22 [VALU] pszFullPath - ";
-    EXPECT_EQ(folder.Problem({"[FUNC] LoadPropertyData", line + "\\own\\"}, false), "");
+    const std::string own = line + "\\own\\";
+    const std::string other = line + "\\other\\";
+    EXPECT_EQ(folder.Problem({"[FUNC] LoadPropertyData", own}, {other}, false), "");
     EXPECT_EQ(
-        folder.Problem({line + "\\other\\"}, false),
+        folder.Problem({other}, {own}, false),
         "expected the folder /own/, the module took /other/");
-    EXPECT_NE(folder.Problem({line + "\\other\\"}, true), "");
-    EXPECT_EQ(folder.Problem({}, true), "") << "it failed before";
-    EXPECT_NE(folder.Problem({}, false), "") << "the log is lost";
+    EXPECT_NE(folder.Problem({other}, {}, true), "");
+    EXPECT_EQ(folder.Problem({}, {other}, true), "") << "it failed before";
+    EXPECT_NE(folder.Problem({}, {}, false), "") << "the log is lost";
+    // Among lines of several hosts.
+    EXPECT_EQ(folder.Problem({}, {own, "[FUNC] GetBodyID", own}, false), "");
+    EXPECT_NE(folder.Problem({}, {other, own}, false), "");
+    EXPECT_NE(folder.Problem({}, {other}, false), "");
+    EXPECT_NE(folder.Problem({}, {"[FUNC] GetBodyID"}, false), "");
 }
 
 // A host that writes while the folder is taken has the last word.
