@@ -3,21 +3,29 @@
 
 #include <filesystem>
 
+static bool IsThere(const std::filesystem::path& file) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(file, error);
+}
+
+/// A file that is cut off has no value to compare.
+static bool IsWhole(const std::filesystem::path& file, const PROPERTY_DATA_T& row) {
+    std::error_code error;
+    return std::filesystem::file_size(file, error) == DumpFileSize(row);
+}
+
 static void CompareRow(
     const PROPERTY_DATA_T& row, const std::string& left, const std::string& right,
     DUMP_DIFFERENCE& dumps) {
-    const std::string name = DumpFileName(row);
-    const auto hasFile = [&](const std::string& folder) {
-        std::error_code error;
-        return std::filesystem::is_regular_file(std::filesystem::path(folder) / name, error);
-    };
-    const bool bLeft = hasFile(left);
-    if (bLeft != hasFile(right)) {
+    const std::filesystem::path leftPath = std::filesystem::path(left) / DumpFileName(row);
+    const std::filesystem::path rightPath = std::filesystem::path(right) / DumpFileName(row);
+    const bool bLeft = IsThere(leftPath);
+    if (bLeft != IsThere(rightPath)) {
         dumps.differences.push_back({&row, bLeft ? left : right, {}});
-    } else if (bLeft) {
+    } else if (bLeft && (IsWhole(leftPath, row) || IsWhole(rightPath, row))) {
         ++dumps.compared;
-        std::ifstream leftFile = OpenDumpFile(std::filesystem::path(left) / name);
-        std::ifstream rightFile = OpenDumpFile(std::filesystem::path(right) / name);
+        std::ifstream leftFile = OpenDumpFile(leftPath);
+        std::ifstream rightFile = OpenDumpFile(rightPath);
         const COMPARISON comparison = Compare(leftFile, rightFile);
         if (comparison.differing > 0) {
             dumps.differences.push_back({&row, "", comparison});

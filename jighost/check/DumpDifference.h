@@ -15,7 +15,7 @@ struct ROW_DIFFERENCE {
 /// What two dumps came to.
 struct DUMP_DIFFERENCE {
     std::size_t compared = 0;  ///< properties that both folders have
-    std::size_t missing = 0;   ///< properties that neither has
+    std::size_t missing = 0;   ///< properties that neither has whole
     std::vector<ROW_DIFFERENCE> differences;
 };
 

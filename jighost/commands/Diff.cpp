@@ -23,7 +23,7 @@ void AddDiffCommand(Command& program, HOST& host) {
         "  jighost diff before after\n"
         "Files that are not of the catalogue do not count. Ends with 5 if there are differences, "
         "or\n"
-        "properties that neither dump has.");
+        "properties that neither dump has whole.");
     command.SetWork(
         [&host, pFolders] { host.exitCode = Diff(host, (*pFolders)[0], (*pFolders)[1]); });
 }

@@ -83,6 +83,9 @@ TEST_F(JighostDumpTest, WhatCannotBeComparedIsNoSuccess) {
     const JIGHOST_RUN diff = RunJighost({"diff", "a", "b"});
     EXPECT_EQ(diff.exitCode, 5);
     EXPECT_EQ(diff.output, "238 properties in both, 1 in neither, 0 differences\n");
+    WriteFile("a/01000000.bin", "cut");
+    WriteFile("b/01000000.bin", "cut");
+    EXPECT_EQ(RunJighost({"diff", "a", "b"}).output, diff.output);
 }
 
 TEST(JighostDoctorTest, ModuleBesideItServesAndLeavesNoFaultInTheFolder) {
