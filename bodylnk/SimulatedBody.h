@@ -1,5 +1,5 @@
 // The simulated body behind the camera link, for those who set it up and look into it: tests, the
-// host, the fuzz target. The module knows nothing of this header.
+// host, fuzz targets. The module knows nothing of this header.
 //
 // One body for each process. Ids are property ids, addresses are byte addresses of a monitor bank.
 // Nothing here is locked: it is used from the thread that runs the operations.

@@ -1,20 +1,23 @@
-// Runs the fuzz target on the files of a folder, for builds that have no fuzzer.
-#include <cstdint>
+// Runs a fuzz target on the files of a folder, for builds that have no fuzzer.
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 
-extern "C" int LLVMFuzzerInitialize(int* pCount, char*** pArguments);
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t size);
+#include "fuzz/Target.h"
+
+/// Null in a target that has nothing to do ahead of its first input.
+extern "C" __attribute__((weak)) int LLVMFuzzerInitialize(int* pCount, char*** pArguments);
 
 int main(int argc, char** argv) {
     if (argc != 2) {
-        std::fputs("usage: tunebench_fuzz_replay FOLDER\n", stderr);
+        std::fputs("usage: fuzz_TARGET FOLDER\n", stderr);
         return 2;
     }
-    LLVMFuzzerInitialize(&argc, &argv);
+    if (LLVMFuzzerInitialize != nullptr) {
+        LLVMFuzzerInitialize(&argc, &argv);
+    }
     std::size_t count = 0;
     for (const auto& entry :
          std::filesystem::directory_iterator(std::filesystem::absolute(argv[1]))) {

@@ -1,4 +1,4 @@
-// Named blocks of a run's own, for tests, benchmarks and the fuzz target: the module's blocks are
+// Named blocks of a run's own, for tests, benchmarks and fuzz targets: the module's blocks are
 // their user's, so that two runs at one moment would disturb each other.
 #pragma once
 
