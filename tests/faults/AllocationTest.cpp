@@ -1,105 +1,11 @@
-// Every allocation fails in turn. This program's operator new and calloc take the place of the
-// run-time library's in the module too, which other systems than the one of the POSIX layer do not
-// do.
-#include <dlfcn.h>
-
-#include <cstdlib>
-#include <cstring>
+// Every allocation fails in turn.
 #include <iostream>
-#include <new>
 #include <set>
 
 #include "identity/BodyID.h"
-#include "platform/Export.h"
+#include "tests/faults/Replaced.h"
 #include "tests/support/Driver.h"
 #include "tests/support/Support.h"
-
-namespace {
-
-enum class SHORTAGE { NONE, ONCE, FOR_EVER };
-
-struct ALLOCATIONS {
-    SHORTAGE shortage = SHORTAGE::NONE;
-    std::uint32_t count = 0;      // since the shortage was asked for
-    std::uint32_t firstFail = 0;  // the first one that fails, from 1
-    bool bFailed = false;
-    bool bThrew = false;  // the first one that failed was to throw
-};
-
-ALLOCATIONS s_Allocations;
-
-bool IsToFail() {
-    if (s_Allocations.shortage == SHORTAGE::NONE) {
-        return false;
-    }
-    ++s_Allocations.count;
-    return s_Allocations.shortage == SHORTAGE::ONCE
-               ? s_Allocations.count == s_Allocations.firstFail
-               : s_Allocations.count >= s_Allocations.firstFail;
-}
-
-void* Allocate(std::size_t size, bool bThrows) {
-    void* pMemory = IsToFail() ? nullptr : std::malloc(size == 0 ? 1 : size);
-    if (pMemory == nullptr && !s_Allocations.bFailed) {
-        s_Allocations.bFailed = true;
-        s_Allocations.bThrew = bThrows;
-    }
-    if (pMemory == nullptr && bThrows) {
-        throw std::bad_alloc();
-    }
-    return pMemory;
-}
-
-/// The loader's memory does not run out: without it there is no module.
-bool IsInModule(const void* pCode) {
-    Dl_info library{};
-    return dladdr(pCode, &library) != 0 &&
-           std::string_view(library.dli_fname).ends_with(MODULE_FILE);
-}
-
-/// Memory runs out at the n-th allocation from its construction on, until its destruction.
-class Shortage {
-  public:
-    Shortage(SHORTAGE shortage, std::uint32_t n) {
-        s_Allocations = {.shortage = shortage, .firstFail = n};
-    }
-    Shortage(const Shortage&) = delete;
-    Shortage& operator=(const Shortage&) = delete;
-    ~Shortage() { s_Allocations.shortage = SHORTAGE::NONE; }
-};
-
-}  // namespace
-
-extern "C" MODULE_API void* calloc(std::size_t count, std::size_t size) noexcept {
-    const bool bCounts =
-        s_Allocations.shortage != SHORTAGE::NONE && IsInModule(__builtin_return_address(0));
-    void* pMemory = bCounts ? Allocate(count * size, false) : std::malloc(count * size);
-    return pMemory == nullptr ? nullptr : std::memset(pMemory, 0, count * size);
-}
-void* operator new(std::size_t size) {
-    return Allocate(size, true);
-}
-void* operator new[](std::size_t size) {
-    return Allocate(size, true);
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return Allocate(size, false);
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    return Allocate(size, false);
-}
-void operator delete(void* pMemory) noexcept {
-    std::free(pMemory);
-}
-void operator delete[](void* pMemory) noexcept {
-    std::free(pMemory);
-}
-void operator delete(void* pMemory, std::size_t) noexcept {
-    std::free(pMemory);
-}
-void operator delete[](void* pMemory, std::size_t) noexcept {
-    std::free(pMemory);
-}
 
 namespace {
 
@@ -139,12 +45,12 @@ class AllocationTest : public ModuleTest {
             const Shortage untilEnd(shortage, n);
             result = procedure(record.data());
         }
-        if (!s_Allocations.bFailed) {
+        if (!Shortage::HasFailed()) {
             EXPECT_EQ(result, 0);
             m_Closing = ClosingText(Log());
             return false;
         }
-        const bool bBuffer = shortage == SHORTAGE::ONCE && !s_Allocations.bThrew;
+        const bool bBuffer = shortage == SHORTAGE::ONCE && !Shortage::HasThrown();
         EXPECT_EQ(result, bBuffer ? 5 : 33);
         if (bBuffer) {
             NoteBuffer(operation.name);
@@ -196,8 +102,8 @@ TEST_F(AllocationTest, EveryAllocationOfTheRegistrationFailsInTurn) {
             const Shortage untilEnd(SHORTAGE::ONCE, ++n);
             result = Module().Register();
         }
-        ASSERT_EQ(result, s_Allocations.bFailed ? 33 : 0);
-    } while (s_Allocations.bFailed);
+        ASSERT_EQ(result, Shortage::HasFailed() ? 33 : 0);
+    } while (Shortage::HasFailed());
     EXPECT_EQ(Module().registered.size(), 131U);
     EXPECT_GT(n, 239U) << "a node for each row of the catalogue";
 }
@@ -216,7 +122,7 @@ TEST_F(AllocationTest, ModuleThatIsLoadedWithoutMemoryWorks) {
         ASSERT_NE(library, nullptr) << "allocation " << n;
         LoadAgain();  // the same one, once more
         FreeLibrary(library);
-        const bool bFailed = s_Allocations.bFailed;
+        const bool bFailed = Shortage::HasFailed();
         EXPECT_EQ(Module().Register(), 0);
         EXPECT_EQ(Module().registered.size(), 131U);
         EXPECT_EQ(Run("SaveBodyID"), 0);

@@ -42,15 +42,9 @@ class SignalCount {
 /// Leaves no descriptor to open a file with.
 class NoDescriptors {
   public:
-    NoDescriptors() : m_Limit(RLIMIT_NOFILE, static_cast<rlim_t>(LowestFree())) {}
+    NoDescriptors() : m_Limit(RLIMIT_NOFILE, static_cast<rlim_t>(NextDescriptor())) {}
 
   private:
-    static int LowestFree() {
-        const int file = open("/", O_RDONLY);
-        close(file);
-        return file;
-    }
-
     Limit m_Limit;
 };
 
@@ -99,6 +93,8 @@ using Results = std::map<std::string, std::int32_t>;
 
 class FileFaultTest : public ModuleTest {
   protected:
+    void TearDown() override { EXPECT_EQ(NextDescriptor(), m_nDescriptor) << "a file is open"; }
+
     /// Runs all operations during the fault and gives the results that are not 0.
     template <class Fault>
     Results RunAllDuring() const {
@@ -127,6 +123,7 @@ class FileFaultTest : public ModuleTest {
             std::filesystem::directory_iterator("dump"), std::filesystem::directory_iterator()));
     }
 
+    const int m_nDescriptor = NextDescriptor();
     const Surroundings m_Surroundings;
     const std::string m_FolderText = FolderBlockText("dump");
 };

@@ -1,8 +1,12 @@
-// A camera reports more than there is memory for: the host is not made to pay for it.
+// A camera reports more than there is memory for, and a block finds no room: the host is not made
+// to pay for it.
 #include <algorithm>
 #include <fstream>
+#include <sstream>
 
+#include "identity/BodyID.h"
 #include "link/SharedMemory.h"
+#include "tests/support/Driver.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportProcess.h"
 
@@ -47,20 +51,54 @@ TEST_F(MemoryFaultTest, CameraLogBeyondTheMemoryIsRefused) {
     EXPECT_EQ(Calls().back(), "ExecuteAndGetSize FA_GetCameraLogStart");
 }
 
-TEST_F(MemoryFaultTest, BlockThatCannotBeMappedKeepsItsErrorCode) {
+// A block is attached once when it is opened and once more for its view.
+TEST_F(MemoryFaultTest, BlockThatCannotBeMappedFailsTheOperationAndIsClosed) {
 #ifdef __SANITIZE_ADDRESS__
     GTEST_SKIP() << "the sanitizers' own memory has terabytes of addresses";
 #endif
-    const auto size = static_cast<std::uint32_t>(64 * MEBIBYTE);
-    CSharedMemory block;
+    BODY_ID_T bodyID{};
+    const EVENT_PROC getBodyID = Operation("GetBodyID");
+    EXPECT_EQ(Run("GetBodyID", &bodyID), 0);
+    ClearLog();
+    std::int32_t result = 0;
     {
-        // Room for the block once: its creator has it attached already when it maps it.
-        const Limit addresses(RLIMIT_AS, MEMORY().addresses + size + size / 2);
-        EXPECT_EQ(block.MallocSharedMemory(size, "SHARED_NAME_TEST", "MUTEX_NAME_TEST"), 0);
+        const Limit addresses(
+            RLIMIT_AS, MEMORY().addresses + static_cast<std::size_t>(sysconf(_SC_PAGESIZE)));
+        result = getBodyID(&bodyID);
     }
-    EXPECT_EQ(GetLastError(), ERROR_NOT_ENOUGH_MEMORY);
-    EXPECT_STREQ(FailedSharedMemoryCall(), "MapViewOfFile");
-    EXPECT_EQ(block.GethSharedMemory(), nullptr);
+    EXPECT_EQ(result, 1);
+    EXPECT_EQ(Log(), FailedFrame("GetBodyID", 1, "[WAPI] MapViewOfFile"));
+    EXPECT_FALSE(IsBlockHeld("BODYID"));
+}
+
+/// Sizes in bytes of the segments that this process has created. Size and creator are the fourth
+/// and fifth columns of the system's table.
+std::vector<std::size_t> SegmentSizes() {
+    std::ifstream table("/proc/sysvipc/shm");
+    std::vector<std::size_t> sizes;
+    for (std::string line; std::getline(table, line);) {
+        std::istringstream columns(line);
+        std::string key, id, permissions;
+        std::size_t size = 0;
+        pid_t creator = 0;
+        if (columns >> key >> id >> permissions >> size >> creator && creator == getpid()) {
+            sizes.push_back(size);
+        }
+    }
+    return sizes;
+}
+
+template <class Block>
+void ExpectSize(std::size_t size) {
+    const Block block;
+    EXPECT_THAT(SegmentSizes(), ElementsAre(size));
+}
+
+TEST_F(MemoryFaultTest, BlocksHaveTheSizesThatOthersKnow) {
+    ExpectSize<CJIGItoPTPSharedMemory>(261);
+    ExpectSize<CCameraHandleSharedMemory>(261);
+    ExpectSize<CFolderSharedMemory>(261);
+    ExpectSize<CBodyIDSharedMemory>(8);
 }
 
 }  // namespace

@@ -6,7 +6,6 @@ namespace {
 
 using SimulatedBody::FAILURE;
 using SimulatedBody::FAULT;
-using SimulatedBody::MOMENT;
 
 struct FAULT_CASE {
     const char* name;
@@ -28,53 +27,18 @@ class FrameTest : public ModuleTest {
 
     std::int32_t RunGetState() { return Run("GetFactoryModeState", &m_nState); }
 
-    /// One operation after a failure shows that nothing of it is left.
-    void ExpectThatNextRunWorks() {
-        EXPECT_EQ(RunGetState(), 0);
-        EXPECT_EQ(Log(), Frame("GetFactoryModeState", 0, "> [FUNC] State - 0\n"));
-    }
-
     std::int32_t m_nState = 0;
 };
 
-TEST_F(FrameTest, FaultOfACallBecomesAResultCode) {
+TEST_F(FrameTest, FaultBecomesAResultCode) {
     for (const FAULT_CASE& fault : FAULTS) {
-        for (const MOMENT moment : {MOMENT::BEFORE, MOMENT::AFTER}) {
+        for (const auto fail : {SimulatedBody::FailCall, SimulatedBody::FailConstruction}) {
             SCOPED_TRACE(fault.name);
-            FAILURE failure = fault.failure;
-            failure.moment = moment;
-            SimulatedBody::FailCall(1, failure);
+            fail(1, fault.failure);
             EXPECT_EQ(RunGetState(), fault.result);
             EXPECT_EQ(Log(), Frame("GetFactoryModeState", fault.result, fault.errorLine));
-            ExpectThatNextRunWorks();
-        }
-    }
-}
-
-TEST_F(FrameTest, FaultOfAConstructorBecomesAResultCode) {
-    for (const FAULT_CASE& fault : FAULTS) {
-        SCOPED_TRACE(fault.name);
-        SimulatedBody::FailConstruction(1, fault.failure);
-        EXPECT_EQ(RunGetState(), fault.result);
-        EXPECT_THAT(Calls(), IsEmpty());
-        EXPECT_EQ(Log(), Frame("GetFactoryModeState", fault.result, fault.errorLine));
-        ExpectThatNextRunWorks();
-    }
-}
-
-// Lines 1 and 2 open the frame, 3 is the value line, 4 closes it.
-TEST_F(FrameTest, FaultOfALinePrefixBecomesAResultCode) {
-    for (const FAULT_CASE& fault : FAULTS) {
-        for (std::uint32_t line = 1; line <= 4; ++line) {
-            SCOPED_TRACE(std::string(fault.name) + " in line " + std::to_string(line));
-            SimulatedBody::FailLinePrefix(line, fault.failure);
-            EXPECT_EQ(RunGetState(), fault.result);
-            const std::string closing =
-                "[FUNC] GetFactoryModeState - " + std::to_string(fault.result) + "\n";
-            EXPECT_THAT(Log(), testing::EndsWith(closing));
-            EXPECT_EQ(Log().find(closing), Log().rfind(closing)) << Log();
-            EXPECT_THAT(Log(), testing::HasSubstr(fault.errorLine));
-            ExpectThatNextRunWorks();
+            EXPECT_EQ(RunGetState(), 0);
+            EXPECT_EQ(Log(), Frame("GetFactoryModeState", 0, "> [FUNC] State - 0\n"));
         }
     }
 }

@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <future>
+#include <tuple>
 
 #include "identity/BodyID.h"
 #include "tests/support/Support.h"
@@ -62,6 +63,9 @@ template <class Block>
 void ExpectToHold(const std::string& name, std::uint32_t size) {
     {
         const Block block;
+        const HANDLE hMutex = CreateMutexA(nullptr, FALSE, ("MUTEX_NAME_" + name).c_str());
+        EXPECT_EQ(GetLastError(), DWORD{ERROR_ALREADY_EXISTS}) << name;
+        CloseHandle(hMutex);
         EXPECT_EQ(BlockHolder().Open(name, size), "existing") << name;
     }
     EXPECT_EQ(BlockHolder().Open(name, size), "created") << name;
@@ -72,6 +76,29 @@ TEST_F(SharedMemoryTest, SubclassesHoldTheirBlocksWhileTheyLive) {
     ExpectToHold<CCameraHandleSharedMemory>("CameraHandle", 261);
     ExpectToHold<CFolderSharedMemory>("FOLDER", 261);
     ExpectToHold<CBodyIDSharedMemory>("BODYID", 8);
+}
+
+template <class Block>
+struct OPEN_BLOCK : Block {
+    std::tuple<HANDLE, void*, HANDLE> Handles() const {
+        return {this->hSharedMemory, this->pSharedMemory, this->hMutex};
+    }
+};
+
+template <class Block>
+void ExpectToCopyHandles() {
+    OPEN_BLOCK<Block> block;
+    OPEN_BLOCK<Block> closed;
+    closed.FreeSharedMemory();
+    OPEN_BLOCK<Block> copy = block;
+    EXPECT_EQ(copy.Handles(), block.Handles());
+    copy = closed;
+    EXPECT_EQ(copy.Handles(), closed.Handles());
+}
+
+TEST_F(SharedMemoryTest, CopiesNameTheSameHandles) {
+    ExpectToCopyHandles<CJIGItoPTPSharedMemory>();
+    ExpectToCopyHandles<CCameraHandleSharedMemory>();
 }
 
 // --- Several processes ---

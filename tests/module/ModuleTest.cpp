@@ -89,6 +89,22 @@ TEST_F(ModuleTest, RegisteringTwiceGivesTheSameTwice) {
     EXPECT_EQ(row.PropertyId, 0x1000006U);
 }
 
+TEST_F(ModuleTest, NamesHaveTheBucketsThatHostsKnow) {
+    const std::pair<const char*, std::uint32_t> buckets[] = {
+        {"", 0},
+        {"a", 97},
+        {"SetBodyID", 258},
+        {"DisableAF", 123},
+        {"DisableAf", 155},
+        {"PROP_BODY_ID", 283},
+        {"PROP_END_ID", 101},
+        {"\x80\xFF", 42},
+    };
+    for (const auto& [pszName, bucket] : buckets) {
+        EXPECT_EQ(HashName(pszName), bucket) << pszName;
+    }
+}
+
 TEST_F(ModuleTest, EventProcListIsLeftAsItWas) {
     EVENT_PROC_T node{"Host", {1, 2, 3, 4}, nullptr};
     std::vector<EVENT_PROC_T*> table(HASH_BUCKETS);

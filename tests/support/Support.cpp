@@ -82,10 +82,14 @@ LoadedModule::~LoadedModule() {
 }
 
 std::int32_t LoadedModule::Register() {
-    [[maybe_unused]] const LeaksAllowed leaksAllowed;
     registered.clear();
     s_pRegistered = &registered;
-    return pRegisterEventProcList(TakeRegistration);
+    return RegisterWith(TakeRegistration);
+}
+
+std::int32_t LoadedModule::RegisterWith(EVENT_PROC_REGISTER_FUNC callback) {
+    [[maybe_unused]] const LeaksAllowed leaksAllowed;
+    return pRegisterEventProcList(callback);
 }
 
 FreshFolder::FreshFolder() : m_Former(std::filesystem::current_path()) {

@@ -53,6 +53,7 @@ class LoadedModule {
 
     /// Calls RegisterEventProcList with a callback that fills `registered` afresh.
     std::int32_t Register();
+    std::int32_t RegisterWith(EVENT_PROC_REGISTER_FUNC callback);
     std::vector<REGISTERED> registered;
 
     /// The address of an export, null if there is none.
