@@ -60,10 +60,17 @@ TEST_F(ReleaseTest, ModuleGivesBackAllButItsPropertyHash) {
     EXPECT_EQ(TakenBlocks::Count(), 0);
 }
 
-TEST_F(ReleaseTest, FailedRegistrationGivesBackWhatWasThrown) {
+TEST_F(ReleaseTest, WhatIsThrownIsGivenBackWhereverItEnds) {
+    const EVENT_PROC save = Operation("SaveBodyID");
+    const EVENT_PROC readEeprom = Operation("GetABoardEepromData");
+    SimulatedBody::FailEvent("EnablePowerSave");
     const TakenBlocks taken;
     SimulatedBody::FailLinePrefix(3);
     EXPECT_EQ(Module().pRegisterEventProcList(RegisterNothing), LINK_FAILURE);
+    SimulatedBody::FailCall(1);
+    SimulatedBody::FailLinePrefix(3);  // of the error line
+    EXPECT_EQ(save(nullptr), LINK_FAILURE);
+    EXPECT_EQ(readEeprom(nullptr), 3);
     EXPECT_EQ(TakenBlocks::Count(), 0);
 }
 

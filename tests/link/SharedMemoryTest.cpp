@@ -25,6 +25,10 @@ TEST_F(SharedMemoryTest, ClassIsClosedBeforeAndAfter) {
     CSharedMemory block;
     EXPECT_EQ(block.GetpSharedMemory(), nullptr);
     EXPECT_EQ(block.GethSharedMemory(), nullptr);
+    {
+        const NameTaken taken("SHARED_NAME_TEST");
+        EXPECT_EQ(block.MallocSharedMemory(16, "SHARED_NAME_TEST", "MUTEX_NAME_TEST"), 0);
+    }
     EXPECT_EQ(block.MallocSharedMemory(16, "SHARED_NAME_TEST", "MUTEX_NAME_TEST"), 1);
     EXPECT_NE(block.GetpSharedMemory(), nullptr);
     EXPECT_NE(block.GethSharedMemory(), nullptr);
