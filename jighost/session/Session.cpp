@@ -145,7 +145,7 @@ std::string FailureCause(const OPERATION_RUN& run) {
 }
 
 std::string RunError(const OPERATION_RUN& run) {
-    const std::string cause = FailureCause(run);
+    std::string cause = FailureCause(run);
     if (!IsFailure(run.result) || !LastError(run.log).empty()) {
         return cause;
     }

@@ -34,8 +34,17 @@ bool IsHarmful(char32_t code) {
 }
 
 std::string PlainText(std::string_view text, std::string_view escaped) {
+    const auto isPlain = [&](char c) {  // most of what comes by here
+        return c >= ' ' && c <= '~' && escaped.find(c) == std::string_view::npos;
+    };
     std::string plain;
     while (!text.empty()) {
+        const auto end = std::find_if_not(text.begin(), text.end(), isPlain);
+        if (end != text.begin()) {
+            plain.append(text.begin(), end);
+            text = {end, text.end()};
+            continue;
+        }
         const UTF8_CHARACTER character = FirstCharacter(text);
         const std::size_t length = std::max<std::size_t>(character.length, 1);
         const std::string_view bytes = text.substr(0, length);
