@@ -79,14 +79,15 @@ std::size_t LinePrefixes::FindAtEnd(std::string_view text) {
         m_Last = text;
         return 0;
     }
+    // The longest of all: a count that is the first word has more digits in a later form.
+    std::size_t first = std::string_view::npos;
     for (const FORM& form : m_Forms) {
-        const std::size_t start = Match(form, text);
-        if (start != std::string_view::npos) {
-            m_Last = text.substr(start);
-            return start;
-        }
+        first = std::min(first, Match(form, text));
     }
-    return std::string_view::npos;
+    if (first != std::string_view::npos) {
+        m_Last = text.substr(first);
+    }
+    return first;
 }
 
 /// Where the prefix begins that the text ends with.

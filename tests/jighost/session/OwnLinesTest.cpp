@@ -64,6 +64,10 @@ TEST(JighostOwnLinesTest, LineIsThisProcesssByThePrefixThatItGave) {
          {"09:01 [VALU] Data[ 00 ] -  31 09:03 [ERR!] - theirs", "32 09:03 [----]",
           "09:03 [VALU] Data[ 00 ] -  31 09:02 [FUNC] A - 0"},
          {"+09:01 [VALU] Data[ 00 ] -  31 ", "+09:02 [FUNC] A - 0"}},
+        // A count of more and more digits.
+        {{"9 ", "10 ", "100 "},
+         {"9 [----]", "10 [FUNC] A", "100 [FUNC] A - 0"},
+         {"+9 [----]", "+10 [FUNC] A", "+100 [FUNC] A - 0"}},
         {{}, {"09:01 [----]", "more"}, {}},
         // A link that gives all processes the same.
         {{"> ", "> "},
