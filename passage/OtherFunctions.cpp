@@ -4,10 +4,13 @@
 #include <type_traits>
 
 #include "passage/ItaniumNames.h"
+#include "passage/MicrosoftNames.h"
 
 namespace Link {
 
 namespace {
+
+using Decorated = std::conditional_t<IS_MICROSOFT_ABI, MicrosoftNames, ItaniumNames>;
 
 class Finder {
   public:

@@ -58,19 +58,25 @@ struct OF_OTHER<Result (Class::*)(Parameters...)> {
 template <class Member>
 using MethodOf = typename OF_OTHER<Member>::METHOD;
 
-/// A pointer to a member function as GCC and Clang lay it out: the lowest bit of a function's
-/// address is free, and set for a virtual one.
+/// Whether a pointer to a member function is the function's address and no more, as the Microsoft
+/// C++ ABI has it for a class without bases.
+constexpr bool IS_MICROSOFT_ABI = sizeof(void(OtherObject::*)()) == sizeof(std::uintptr_t);
+
+/// What it is elsewhere: the lowest bit of a function's address is free, and set for a virtual one.
 struct ITANIUM_METHOD {
     std::uintptr_t address;
     std::ptrdiff_t adjustment;  ///< of `this`, in bytes
 };
 
-/// The member function at an address; none at an odd one.
+/// The member function at an address; none at one that the ABI has no functions at.
 template <class Method>
 Method MethodAt(std::uintptr_t address) {
-    static_assert(sizeof(Method) == sizeof(ITANIUM_METHOD));
-    return std::bit_cast<Method>(
-        ITANIUM_METHOD{.address = address % 2 == 0 ? address : 0, .adjustment = 0});
+    if constexpr (IS_MICROSOFT_ABI) {
+        return std::bit_cast<Method>(address);
+    } else {
+        return std::bit_cast<Method>(
+            ITANIUM_METHOD{.address = address % 2 == 0 ? address : 0, .adjustment = 0});
+    }
 }
 
 }  // namespace Link
