@@ -112,7 +112,7 @@ TEST_F(OperationTest, FailedCallLeavesTheRecordThatIsFilledAtTheEnd) {
 
 // Both frames report it: the nested one as it was thrown, the outer one by the other's name.
 TEST_F(OperationTest, FailedCallOfANestedOperationIsReportedTwice) {
-    const struct {
+    const struct NESTED {
         std::string name, call, inner;
     } cases[] = {
         {"SetFilePrefix", "Get 0x1000006 8", "GetBodyID"},
@@ -124,20 +124,21 @@ TEST_F(OperationTest, FailedCallOfANestedOperationIsReportedTwice) {
         {"CopyDLResonantFrequency", "Execute", "GetBoardInfDLResonantFrequency"},
         {"CopyDLResonantFrequency", "WriteMemory", "SetDLResonantFrequency"},
     };
-    for (const auto& [name, call, inner] : cases) {
-        SCOPED_TRACE(inner);
-        const OPERATION_FACTS& facts = FactsOf(name);
+    for (const NESTED& nested : cases) {
+        SCOPED_TRACE(nested.inner);
+        const OPERATION_FACTS& facts = FactsOf(nested.name);
         SetUpBody(facts);
         const auto failed = std::find_if(
             facts.steps.begin(), facts.steps.end(),
-            [&](const std::string& step) { return step.starts_with(call); });
+            [&](const std::string& step) { return step.starts_with(nested.call); });
         ASSERT_NE(failed, facts.steps.end());
         Steps steps(facts.steps.begin(), failed);
         const auto calls = std::count_if(
             steps.begin(), steps.end(), [](const std::string& step) { return step[0] != '>'; });
         steps.insert(
-            steps.end(), {*failed + " failed", "> [ERR!] - " + LINK_MESSAGE,
-                          "> [FUNC] " + inner + " - 8193", "> [ERR!] - [FUNC] " + inner});
+            steps.end(),
+            {*failed + " failed", "> [ERR!] - " + LINK_MESSAGE,
+             "> [FUNC] " + nested.inner + " - 8193", "> [ERR!] - [FUNC] " + nested.inner});
         SimulatedBody::FailCall(static_cast<std::uint32_t>(calls) + 1);
         Bytes record = Record(facts.given);
         ExpectRun(facts, LINK_FAILURE, steps, record.data());
