@@ -23,8 +23,9 @@ void AddReplayCommand(Command& program, HOST& host) {
         "  jighost run SetFilePrefix --trace prefix.jsonl && jighost replay prefix.jsonl\n"
         "  jighost replay prefix.jsonl --module build/TuneBench.t460.so --json\n"
         "The first call, result or record that differs ends it with exit code 5. Of a trace that\n"
-        "was cut off, what there is is replayed. The camera's answers alone come from the trace:\n"
-        "BoardInf.ini is read where it was then. A dump goes to a folder that is removed again.");
+        "was cut off, what there is is replayed; nobody knows the rest, which is exit code 5 too.\n"
+        "The camera's answers alone come from the trace: BoardInf.ini is read where it was then.\n"
+        "A dump goes to a folder that is removed again.");
     command.SetWork([&host, pPath] { host.exitCode = RunTrace(host, *pPath); });
 }
 
@@ -99,5 +100,5 @@ static EXIT_CODE RunTrace(const HOST& host, const std::string& path) {
     } else {
         Show(replay);
     }
-    return replay.difference ? EXIT_UNEXPECTED : EXIT_OK;
+    return replay.difference || !replay.cut.empty() ? EXIT_UNEXPECTED : EXIT_OK;
 }

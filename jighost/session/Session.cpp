@@ -1,6 +1,8 @@
 // Body, module, faults and trace brought together for a run.
 #include "jighost/session/Session.h"
 
+#include <algorithm>
+
 #include "frame/Result.h"
 #include "jighost/operations/ResultName.h"
 #include "jighost/output/CallText.h"
@@ -20,11 +22,17 @@ static void CheckBodyOrLink(const SESSION_OPTIONS& options) {
     }
 }
 
+/// As the writer of traces takes a path: as the module takes all of its own.
+static std::string WithSlashes(std::string path) {
+    std::replace(path.begin(), path.end(), '\\', '/');
+    return path;
+}
+
 /// What would be written in place of another file is told while nothing is lost yet.
 static void CheckFiles(const SESSION_OPTIONS& options) {
     std::vector<NAMED_FILE> outputs = {{"--body", options.bodyPath}};
     outputs.insert(outputs.end(), options.outputs.begin(), options.outputs.end());
-    outputs.push_back({"--trace", options.tracePath});
+    outputs.push_back({"--trace", WithSlashes(options.tracePath)});
     std::vector<NAMED_FILE> inputs = options.inputs;
     inputs.push_back({"the module", FullModulePath(options.modulePath)});
     inputs.push_back({"the camera link", options.linkPath});

@@ -208,7 +208,7 @@ TEST_F(ModuleTest, TracedCallIsInTheFileBeforeItIsMade) {
     // What a process that was killed in this call would leave; and one killed while writing.
     WriteFile("killed.jsonl", textThen + "{\"entry\":\"ans");
     const JIGHOST_RUN run = RunJighost({"replay", "killed.jsonl"});
-    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_EQ(run.exitCode, 5) << run.errors;
     EXPECT_THAT(run.output, StartsWith("0 operations, 1 call as recorded\n"));
     EXPECT_THAT(run.output, HasSubstr("cut off at SetFilePrefix, call 2, Set 0x1000007 8: "));
     EXPECT_THAT(run.output, HasSubstr(", which never returned\n"));

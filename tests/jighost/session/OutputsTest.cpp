@@ -26,6 +26,7 @@ TEST_F(JighostTest, OutputThatWouldReplaceAnotherFileOfTheRunIsRefusedBeforeItRu
         {"--trace link", "--trace link is the same file as the sequence"},
         {"--record hardlink", "--record hardlink is the same file as --body"},
         {"--trace body.yaml", "--trace body.yaml is the same file as --body"},
+        {"--trace '.\\body.yaml'", "--trace ./body.yaml is the same file as --body"},
         {"--record new.json --trace dangling", "--trace dangling is the same file as --record"},
         {"--record module.so --module module.so", "is the same file as the module"},
         {"--record JigDll.log", "--record JigDll.log is the same file as the module's log"},
