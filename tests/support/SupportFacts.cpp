@@ -94,7 +94,7 @@ const FACTS FACTS_TABLE[] = {
      .left = DATE_TIME, .pointer = "pDateTime", .word = 7},
     {.name = "SetDateTime",
      .steps = {"> [----]", "> [FUNC] _GetCalendar", "ClearParameters",
-      "PushParameterAsSafeArray 36: 3a 00 00 00 3b 00 00 00 17 00 00 00 1f 00 00 00 "
+      std::string("PushParameterAsSafeArray 36: 3a 00 00 00 3b 00 00 00 17 00 00 00 1f 00 00 00 ") +
       "63 00 00 00 d9 07 00 00 00 00 00 00 00 00 00 00 00 00 00 00", "Execute FA_SetCalendar 0",
       "> [FUNC] _GetCalendar - 0"}, .objects = 1, .given = DATE_TIME, .pointer = "pDateTime",
      .word = 7},
@@ -255,8 +255,8 @@ const FACTS FACTS_TABLE[] = {
       "> [FUNC] TIMECODE_BASEINFO_T  - 44", "Get 0x2070012 4", "Get 0x2070013 44",
       "Get 0x2070014 4", "Get 0x2070015 4", "Get 0x2070017 4", "Get 0x2070018 4",
       "Set 0x2070012 4: 00 00 00 00",
-      "Set 0x2070013 44: 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 01 00 00 00 "
-      "00 00 00 00 d0 07 00 00 06 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00",
+      std::string("Set 0x2070013 44: 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 ") +
+      "01 00 00 00 00 00 00 00 d0 07 00 00 06 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00",
       "Set 0x2070014 4: 01 00 00 00", "Set 0x2070015 4: 00 00 00 00",
       "Set 0x2070017 4: 00 00 00 00", "Set 0x2070018 4: 00 00 00 00"}, .objects = 1,
      .properties = {{0x2070012, "e1 e2 e3 e4"}, {0x2070013, Hex(Counted(44))},

@@ -140,7 +140,7 @@ inline FACTS PartVersion(
 
 /// As the host has it: 128 slots, of which the last two count.
 inline std::string EepromRecord(const std::string& lastSlots) {
-    return Hex(Bytes(126 * 4)) + " " + lastSlots + " 7e 00 00 00 02 00 00 00";
+    return Hex(Bytes(std::size_t{126} * 4)) + " " + lastSlots + " 7e 00 00 00 02 00 00 00";
 }
 
 inline Steps AllEepromWords() {

@@ -130,7 +130,8 @@ TEST_F(JighostTraceTest, HostileFilesEndInOneLine) {
         {"replay", "large.jsonl"},
         "large.jsonl:2: GetCameraLog can't be replayed: the trace lacks an answer of more than "
         "1048576 bytes");
-    const std::string zeros(16'000'001, '0');
+    std::string zeros;
+    zeros.resize(16'000'001, '0');
     WriteFile("wide.jsonl", ReadFile("start.jsonl") + zeros + "\n");
     expect({"replay", "wide.jsonl"}, "wide.jsonl:2: expected at most 16000000 bytes in a line");
     WriteFile("wide.yaml", std::string(2'000'001, ','));
