@@ -9,6 +9,7 @@ set_target_properties(TuneBench PROPERTIES INSTALL_RPATH "$ORIGIN")
 
 install(TARGETS jighost RUNTIME DESTINATION bin)
 install(TARGETS TuneBench BODYLNK LIBRARY DESTINATION ${LIBRARY_FOLDER})
+install(TARGETS recorder_link recorder_module LIBRARY DESTINATION ${LIBRARY_FOLDER}/recorder)
 install(FILES share/BoardInf.ini DESTINATION ${SHARE_FOLDER})
 install(DIRECTORY sequences DESTINATION ${SHARE_FOLDER})
 install(FILES README.md share/copyright DESTINATION share/doc/tunebench)

@@ -27,6 +27,7 @@ static void AddEverything(Command program, HOST& host) {
     AddVerifyCommand(program, host);
     AddDiffCommand(program, host);
     AddDoctorCommand(program, host);
+    AddRecorderCommand(program, host);
     AddCompletionCommand(program, host);
     AddManualCommand(program, host);
 }

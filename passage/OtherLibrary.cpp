@@ -4,8 +4,10 @@
 
 #include <filesystem>
 
+#include "passage/ItaniumNames.h"
 #include "passage/OtherFunctions.h"
 #include "platform/LibraryError.h"
+#include "platform/Surroundings.h"
 
 namespace Link {
 
@@ -128,8 +130,8 @@ class OtherFilePath : public FilePath {
 };
 
 HMODULE Load(const std::string& path) {
-    const std::string fullPath = std::filesystem::absolute(path).make_preferred().string();
-    HMODULE library = LoadLibraryExA(fullPath.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    const auto fullPath = std::filesystem::absolute(path).make_preferred();
+    HMODULE library = LoadBesideNamesake(fullPath, ItaniumNames::LINE_PREFIX);
     if (library == nullptr) {
         throw LibraryError("can't load " + path + ": " + LastLibraryError());
     }

@@ -15,7 +15,8 @@ Bytes CopyBytes(const void* pMemory, std::uint32_t size) {
     return pBytes != nullptr ? Bytes(pBytes, pBytes + size) : Bytes();
 }
 
-// Of the exception that is being handled.
+}  // namespace
+
 FAILURE CaughtFailure() {
     FAILURE unknown = {
         .kind = FAULT::STANDARD_EXCEPTION, .code = 0, .message = "unknown exception"};
@@ -31,8 +32,6 @@ FAILURE CaughtFailure() {
         return unknown;
     }
 }
-
-}  // namespace
 
 ANSWER AnswerTo(const REQUEST& request) {
     ANSWER answer = {.pReceived = request.pReceive, .size = request.room};

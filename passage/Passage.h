@@ -58,6 +58,10 @@ std::string PassLinePrefix(const std::function<std::string()>& work);
 /// has room for, whatever size was left.
 ANSWER AnswerTo(const REQUEST& request);
 
+/// What is being handled, as data. What is no exception of a known kind is one of the standard
+/// library's, of unknown text.
+FAILURE CaughtFailure();
+
 /// The request as data that lasts.
 CALL CallOf(const REQUEST& request);
 /// Adds what came back. Of a failed call also what it threw, which is being handled meanwhile.

@@ -10,8 +10,10 @@
 
 #ifdef _WIN32
 constexpr char MODULE_FILE_NAME[] = "TuneBench.t460.dll";
+constexpr char LINK_FILE_NAME[] = "BODYLNK.dll";
 #else
 constexpr char MODULE_FILE_NAME[] = "TuneBench.t460.so";
+constexpr char LINK_FILE_NAME[] = "libBODYLNK.so";
 #endif
 
 /// The running program's file; empty if the system does not tell.

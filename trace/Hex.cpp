@@ -21,14 +21,20 @@ std::optional<std::vector<std::uint8_t>> ParseHex(std::string_view text) {
     return digits.size() % 2 == 0 ? std::optional(bytes) : std::nullopt;
 }
 
-std::string HexBytes(std::span<const std::uint8_t> bytes) {
+void AppendHex(std::string& text, std::span<const std::uint8_t> bytes) {
     static const char DIGITS[] = "0123456789abcdef";
-    std::string text;
-    text.reserve(3 * bytes.size());
+    const char* pszBetween = "";
     for (const std::uint8_t byte : bytes) {
-        text += text.empty() ? "" : " ";
+        text += pszBetween;
         text += DIGITS[byte >> 4];
         text += DIGITS[byte & 15];
+        pszBetween = " ";
     }
+}
+
+std::string HexBytes(std::span<const std::uint8_t> bytes) {
+    std::string text;
+    text.reserve(3 * bytes.size());
+    AppendHex(text, bytes);
     return text;
 }

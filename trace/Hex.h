@@ -13,3 +13,4 @@ std::optional<std::vector<std::uint8_t>> ParseHex(std::string_view text);
 
 /// Bytes as "b5 0d 00".
 std::string HexBytes(std::span<const std::uint8_t> bytes);
+void AppendHex(std::string& text, std::span<const std::uint8_t> bytes);

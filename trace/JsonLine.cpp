@@ -1,8 +1,12 @@
 // Escapes of JSON.
 #include "trace/JsonLine.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstring>
 
+#include "trace/Base64.h"
+#include "trace/Hex.h"
 #include "trace/Utf8.h"
 
 // In place of bytes that are no UTF-8: a reader would refuse the whole line.
@@ -23,43 +27,103 @@ static void AppendEscaped(std::string& out, char character) {
     }
 }
 
-static std::string Quoted(std::string_view text) {
-    std::string quoted = "\"";
-    while (!text.empty()) {
-        const std::size_t length = FirstCharacter(text).length;
-        if (length == 1) {
-            AppendEscaped(quoted, text.front());
-        } else {
-            quoted += length == 0 ? std::string_view(REPLACEMENT) : text.substr(0, length);
-        }
-        text.remove_prefix(length == 0 ? 1 : length);
+/// What stands for itself in JSON, from the text's start on.
+static std::size_t PlainLength(std::string_view text) {
+    std::size_t length = 0;
+    while (length < text.size() && text[length] >= ' ' && text[length] <= '~' &&
+           text[length] != '"' && text[length] != '\\') {
+        ++length;
     }
-    return quoted + '"';
+    return length;
+}
+
+/// Appends the character that the text begins with, and gives its length.
+static std::size_t AppendFirst(std::string& out, std::string_view text) {
+    const std::size_t length = FirstCharacter(text).length;
+    if (length == 1) {
+        AppendEscaped(out, text.front());
+    } else {
+        out += length == 0 ? std::string_view(REPLACEMENT) : text.substr(0, length);
+    }
+    return std::max<std::size_t>(length, 1);
+}
+
+static void AppendQuoted(std::string& out, std::string_view text) {
+    out += '"';
+    while (!text.empty()) {
+        const std::size_t plain = PlainLength(text);
+        out += text.substr(0, plain);
+        text.remove_prefix(plain);
+        if (!text.empty()) {
+            text.remove_prefix(AppendFirst(out, text));
+        }
+    }
+    out += '"';
+}
+
+static void AppendNumber(std::string& out, std::int64_t number) {
+    char szNumber[32];  // one of 64 bits has at most 20 characters
+    const auto [pEnd, error] = std::to_chars(szNumber, szNumber + sizeof(szNumber), number);
+    out.append(szNumber, pEnd);
 }
 
 void JsonLine::Add(const char* pszKey, std::string_view text) {
-    AddRaw(pszKey, Quoted(text));
+    AddKey(pszKey);
+    AppendQuoted(m_Text, text);
 }
 
 void JsonLine::Add(const char* pszKey, std::int64_t number) {
-    AddRaw(pszKey, std::to_string(number));
+    AddKey(pszKey);
+    AppendNumber(m_Text, number);
 }
 
-void JsonLine::Add(const char* pszKey, double number) {
-    char szNumber[32];  // the shortest form that reads back the same has at most 24 characters
-    const auto [pEnd, error] = std::to_chars(szNumber, szNumber + sizeof(szNumber), number);
-    AddRaw(pszKey, {szNumber, pEnd});
+void JsonLine::Add(const char* pszKey, std::chrono::nanoseconds time) {
+    const std::int64_t million = 1'000'000;
+    AddKey(pszKey);
+    AppendNumber(m_Text, time.count() / million);
+    const std::size_t point = m_Text.size();
+    AppendNumber(m_Text, million + time.count() % million);
+    m_Text[point] = '.';  // in place of the million's digit, which keeps the zeros
 }
 
 void JsonLine::Add(const char* pszKey, bool flag) {
-    AddRaw(pszKey, flag ? "true" : "false");
+    AddKey(pszKey);
+    m_Text += flag ? "true" : "false";
 }
 
-void JsonLine::AddObject(const char* pszKey, const JsonLine& fields) {
-    AddRaw(pszKey, '{' + fields.m_Fields + '}');
+void JsonLine::AddNull(const char* pszKey) {
+    AddKey(pszKey);
+    m_Text += "null";
 }
 
-void JsonLine::AddRaw(const char* pszKey, std::string_view value) {
-    m_Fields += m_Fields.empty() ? "" : ",";
-    m_Fields.append("\"").append(pszKey).append("\":").append(value);
+void JsonLine::AddBytes(const char* pszKey, std::span<const std::uint8_t> bytes) {
+    AddKey(pszKey);
+    m_Text += '"';
+    if (bytes.size() > HEX_LIMIT) {
+        m_Text += BASE64;
+        AppendBase64(m_Text, bytes);
+    } else {
+        AppendHex(m_Text, bytes);
+    }
+    m_Text += '"';
+}
+
+void JsonLine::BeginObject(const char* pszKey) {
+    AddKey(pszKey);
+    m_Text += '{';
+}
+
+void JsonLine::AddKey(const char* pszKey) {
+    const std::size_t length = std::strlen(pszKey);
+    const bool bFirst = m_Text.back() == '{';
+    const std::size_t start = m_Text.size();
+    m_Text.resize(start + length + (bFirst ? 3 : 4));
+    char* pOut = m_Text.data() + start;
+    if (!bFirst) {
+        *pOut++ = ',';
+    }
+    *pOut++ = '"';
+    pOut = std::copy_n(pszKey, length, pOut);
+    *pOut++ = '"';
+    *pOut = ':';
 }

@@ -1,26 +1,43 @@
 // One JSON object on a line, field by field, by the standard library alone.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
 class JsonLine {
   public:
+    /// Appends to `text`, which must outlive it. Until End is called the line lacks its end.
+    explicit JsonLine(std::string& text) : m_Text(text) { m_Text += '{'; }
+    JsonLine(const JsonLine&) = delete;
+    JsonLine& operator=(const JsonLine&) = delete;
+    ~JsonLine() = default;
+
     // Keys are the caller's own words and need no escapes.
     void Add(const char* pszKey, std::string_view text);
     void Add(const char* pszKey, const char* pszText) { Add(pszKey, std::string_view(pszText)); }
     void Add(const char* pszKey, std::int64_t number);
-    void Add(const char* pszKey, double number);
+    /// In milliseconds, with all digits.
+    void Add(const char* pszKey, std::chrono::nanoseconds time);
     void Add(const char* pszKey, bool flag);
-    void AddNull(const char* pszKey) { AddRaw(pszKey, "null"); }
-    void AddObject(const char* pszKey, const JsonLine& fields);
+    void AddNull(const char* pszKey);
 
-    /// The whole object with a line's end.
-    std::string Text() const { return '{' + m_Fields + "}\n"; }
+    /// Few bytes are hexadecimal digits, which people read; of more than HEX_LIMIT stands BASE64
+    /// and their shorter form.
+    void AddBytes(const char* pszKey, std::span<const std::uint8_t> bytes);
+    static constexpr std::size_t HEX_LIMIT = 64;
+    static constexpr std::string_view BASE64 = "base64:";
+
+    /// What is added from then on is a field of this one, until EndObject.
+    void BeginObject(const char* pszKey);
+    void EndObject() { m_Text += '}'; }
+
+    void End() { m_Text += "}\n"; }
 
   private:
-    void AddRaw(const char* pszKey, std::string_view value);
+    void AddKey(const char* pszKey);
 
-    std::string m_Fields;
+    std::string& m_Text;
 };

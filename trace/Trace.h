@@ -1,9 +1,9 @@
 // A trace: operations of the module with their records, and what they asked of the camera, as a
 // file of JSON Lines. The format stands first, then what happened, in order. Each line is in the
 // system's hands before anything else happens, so that a call that never returns, or that ends the
-// program, is the last line. Bytes are hexadecimal digits; numbers count from 1.
+// program, is the last line. Operations, and the calls of each, count from 1.
 //
-//     {"format":1,"content":"jighost trace"}
+//     {"format":2,"content":"jighost trace"}
 //     {"entry":"operation","operation":1,"name":"GetBodyID","record":"00 00 ..."}
 //     {"entry":"log","line":"2026/11/22 20:10:29.123 [FUNC] GetBodyID","interleaved":false}
 //     {"entry":"call","operation":1,"call":1,"function":"CProperty::Get","name":"","id":16777222,
@@ -12,8 +12,21 @@
 //      "result":null,"failure":null,"time_ms":0.012}
 //     {"entry":"result","operation":1,"result":0,"record":"...","time_ms":0.4}
 //
-// each one line. A failure is {"kind":"camera exception","code":8193,"message":"..."}; the other
-// kinds are "standard exception" and "integer". An interleaved line may be another process's.
+// each one line. Up to 64 bytes are hexadecimal digits; of more stands "base64:" and their base64.
+// A record is null for a null pointer, and empty where nobody knows its size. A failure is
+// {"kind":"camera exception","code":8193,"message":"..."}; the other kinds are "standard exception"
+// and "integer". An interleaved line may be another process's.
+//
+// A recording from a line (recorder/) is a trace with more fields: its first line tells machine,
+// process and libraries, an operation its moment and thread. An operation may begin while another
+// one runs, on the same thread within it. Calls outside all operations have the operation 0. A file
+// that goes on where another one ended tells the number of operations that began before it.
+//
+//     {"entry":"gap","entries":3,"at":1795380389123,"why":"No space left on device"}
+//
+// stands where so many entries could not be written.
+//
+// Format 1 was the same with hexadecimal digits alone.
 #pragma once
 
 #include <cstdint>
@@ -24,7 +37,7 @@
 
 #include "link/Call.h"
 
-constexpr std::uint32_t TRACE_FORMAT = 1;
+constexpr std::uint32_t TRACE_FORMAT = 2;
 constexpr char TRACE_CONTENT[] = "jighost trace";
 
 struct TRACED_FAULT {
@@ -41,6 +54,7 @@ constexpr TRACED_FAULT TRACED_FAULTS[] = {
 struct TRACED_OPERATION {
     std::string name;
     std::size_t line = 0;                ///< of the file, from 1, where it begins
+    bool bNullRecord = false;            ///< the operation was given a null pointer
     Link::Bytes record;                  ///< as it was given; it may lack zeros at its end
     std::vector<Link::CALL> calls;       ///< with their answers
     bool bUnanswered = false;            ///< the last one has none: it never returned

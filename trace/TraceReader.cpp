@@ -3,12 +3,15 @@
 
 #include <algorithm>
 #include <limits>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <utility>
 
 #include "platform/TextFile.h"
+#include "trace/Base64.h"
 #include "trace/Hex.h"
+#include "trace/JsonLine.h"
 #include "trace/Trace.h"
 
 using Json = nlohmann::json;
@@ -94,9 +97,15 @@ std::string TextAt(const Json& entry, const char* pszKey) {
 }
 
 Bytes BytesAt(const Json& entry, const char* pszKey) {
-    const std::optional<Bytes> bytes = ParseHex(TextAt(entry, pszKey));
+    const std::string text = TextAt(entry, pszKey);
+    const std::optional<Bytes> bytes =
+        text.starts_with(JsonLine::BASE64)
+            ? ParseBase64(std::string_view(text).substr(JsonLine::BASE64.size()))
+            : ParseHex(text);
     if (!bytes) {
-        RefuseValue(entry.at(pszKey), pszKey, "bytes as hexadecimal digits, two for each");
+        RefuseValue(
+            entry.at(pszKey), pszKey,
+            "bytes as hexadecimal digits, two for each, or as base64 behind \"base64:\"");
     }
     return *bytes;
 }
@@ -143,10 +152,13 @@ class TraceReader {
     void TakeCall(const Json& entry);
     void TakeAnswer(const Json& entry);
     void TakeResult(const Json& entry);
+    [[noreturn]] void TakeGap(const Json& entry);
 
-    TRACED_OPERATION& Running(bool bUnanswered, const char* pszEntry);
+    TRACED_OPERATION* Running(const Json& entry, bool bUnanswered);
 
     bool m_bStarted = false;
+    std::uint32_t m_Before = 0;                      // operations that began in another file
+    std::map<std::uint32_t, std::size_t> m_Running;  // number to place in `operations`
 };
 
 /// A JSON object. What lies deeper in it than an entry's own fields would only cost time and stack.
@@ -182,41 +194,50 @@ void TraceReader::Take(const std::string& line, std::size_t number) {
         TakeAnswer(json);
     } else if (entry == "result") {
         TakeResult(json);
+    } else if (entry == "gap") {
+        TakeGap(json);
     } else if (entry != "log") {
         RefuseValue(
             json.at("entry"), "entry",
-            "\"operation\", \"call\", \"answer\", \"result\" or \"log\"");
+            "\"operation\", \"call\", \"answer\", \"result\", \"log\" or \"gap\"");
     }
 }
 
 void TraceReader::TakeStart(const Json& json) {
-    if (TextAt(json, "content") != TRACE_CONTENT ||
-        NumberAt<std::uint32_t>(json, "format") != TRACE_FORMAT) {
+    const auto format = NumberAt<std::uint32_t>(json, "format");
+    if (TextAt(json, "content") != TRACE_CONTENT || format == 0 || format > TRACE_FORMAT) {
         throw LineError(
-            std::string("expected a ") + TRACE_CONTENT + " of format " +
+            std::string("expected a ") + TRACE_CONTENT + " of format 1 to " +
             std::to_string(TRACE_FORMAT));
+    }
+    if (json.contains("operations_before")) {
+        m_Before = NumberAt<std::uint32_t>(json, "operations_before");
     }
     m_bStarted = true;
 }
 
 void TraceReader::TakeOperation(const Json& entry, std::size_t number) {
-    if (!operations.empty() && !operations.back().result) {
-        throw LineError("expected the result of the operation before");
-    }
     TRACED_OPERATION operation;
     operation.name = TextAt(entry, "name");
     operation.line = number;
-    operation.record = BytesAt(entry, "record");
+    operation.bNullRecord = Value(entry, "record").is_null();
+    operation.record = operation.bNullRecord ? Bytes() : BytesAt(entry, "record");
+    m_Running[NumberAt<std::uint32_t>(entry, "operation")] = operations.size();
     operations.push_back(std::move(operation));
 }
 
-/// The operation that this entry belongs to.
-TRACED_OPERATION& TraceReader::Running(bool bUnanswered, const char* pszEntry) {
-    if (operations.empty() || operations.back().result ||
-        operations.back().bUnanswered != bUnanswered) {
-        throw LineError(std::string("there can be no ") + pszEntry + " here");
+/// The operation that this entry belongs to; null for one that began in another file, and for calls
+/// outside all operations.
+TRACED_OPERATION* TraceReader::Running(const Json& entry, bool bUnanswered) {
+    const auto number = NumberAt<std::uint32_t>(entry, "operation");
+    const auto running = m_Running.find(number);
+    if (running == m_Running.end() && number <= m_Before) {
+        return nullptr;
     }
-    return operations.back();
+    if (running == m_Running.end() || operations[running->second].bUnanswered != bUnanswered) {
+        throw LineError("there can be no " + TextAt(entry, "entry") + " here");
+    }
+    return &operations[running->second];
 }
 
 static void CheckCallNumber(const Json& entry, std::size_t expected) {
@@ -226,8 +247,11 @@ static void CheckCallNumber(const Json& entry, std::size_t expected) {
 }
 
 void TraceReader::TakeCall(const Json& entry) {
-    TRACED_OPERATION& operation = Running(false, "call");
-    CheckCallNumber(entry, operation.calls.size() + 1);
+    TRACED_OPERATION* pOperation = Running(entry, false);
+    if (pOperation == nullptr) {
+        return;
+    }
+    CheckCallNumber(entry, pOperation->calls.size() + 1);
     CALL call;
     call.function = TextAt(entry, "function");
     call.name = TextAt(entry, "name");
@@ -235,25 +259,39 @@ void TraceReader::TakeCall(const Json& entry) {
     call.value = NumberAt<std::int64_t>(entry, "value");
     call.fromList = FlagAt(entry, "from_list");
     call.sent = BytesAt(entry, "sent");
-    operation.calls.push_back(std::move(call));
-    operation.bUnanswered = true;
+    pOperation->calls.push_back(std::move(call));
+    pOperation->bUnanswered = true;
 }
 
 void TraceReader::TakeAnswer(const Json& entry) {
-    TRACED_OPERATION& operation = Running(true, "answer");
-    CheckCallNumber(entry, operation.calls.size());
-    CALL& call = operation.calls.back();
+    TRACED_OPERATION* pOperation = Running(entry, true);
+    if (pOperation == nullptr) {
+        return;
+    }
+    CheckCallNumber(entry, pOperation->calls.size());
+    CALL& call = pOperation->calls.back();
     call.received = BytesAt(entry, "received");
     call.sizeLeft = OptionalNumberAt<std::uint32_t>(entry, "size_left");
     call.result = OptionalNumberAt<std::int32_t>(entry, "result");
     call.failure = FailureAt(entry);
-    operation.bUnanswered = false;
+    pOperation->bUnanswered = false;
 }
 
 void TraceReader::TakeResult(const Json& entry) {
-    TRACED_OPERATION& operation = Running(false, "result");
-    operation.returned = BytesAt(entry, "record");
-    operation.result = NumberAt<std::int32_t>(entry, "result");
+    TRACED_OPERATION* pOperation = Running(entry, false);
+    if (pOperation == nullptr) {
+        return;
+    }
+    pOperation->returned = Value(entry, "record").is_null() ? Bytes() : BytesAt(entry, "record");
+    pOperation->result = NumberAt<std::int32_t>(entry, "result");
+    m_Running.erase(NumberAt<std::uint32_t>(entry, "operation"));
+}
+
+/// What is missing may be an answer that the operations behind it depend on.
+void TraceReader::TakeGap(const Json& entry) {
+    throw LineError(
+        std::to_string(NumberAt<std::uint64_t>(entry, "entries")) +
+        " entries are missing here: " + TextAt(entry, "why"));
 }
 
 }  // namespace

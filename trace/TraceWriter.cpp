@@ -1,40 +1,28 @@
 // Each entry as one line, handed to the system at once.
 #include "trace/TraceWriter.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <system_error>
 
 #include "platform/Platform.h"
-#include "trace/Hex.h"
 #include "trace/JsonLine.h"
-
-using Link::CALL;
-using Link::FAILURE;
-
-template <class Number>
-static void AddOptional(JsonLine& line, const char* pszKey, const std::optional<Number>& number) {
-    number ? line.Add(pszKey, std::int64_t{*number}) : line.AddNull(pszKey);
-}
-
-static void AddFailure(JsonLine& line, const std::optional<FAILURE>& failure) {
-    if (!failure) {
-        line.AddNull("failure");
-        return;
-    }
-    const auto* pNamed = std::find_if(
-        std::begin(TRACED_FAULTS), std::end(TRACED_FAULTS),
-        [&](const TRACED_FAULT& named) { return named.kind == failure->kind; });
-    JsonLine fields;
-    fields.Add("kind", pNamed->name);
-    fields.Add("code", std::int64_t{failure->code});
-    fields.Add("message", failure->message);
-    line.AddObject("failure", fields);
-}
 
 [[noreturn]] static void Refuse(const std::string& path, int error) {
     throw TraceError(
         "can't write the trace " + path + ": " + std::generic_category().message(error));
+}
+
+static TraceEntry::Time Whole(TraceWriter::Milliseconds time) {
+    return std::chrono::duration_cast<TraceEntry::Time>(time);
+}
+
+template <class AddFields>
+void TraceWriter::WriteEntry(const AddFields& addFields) {
+    std::string text;
+    JsonLine line(text);
+    addFields(line);
+    line.End();
+    WriteText(text);
 }
 
 TraceWriter::TraceWriter(const std::string& path) : m_Path(path) {
@@ -44,10 +32,7 @@ TraceWriter::TraceWriter(const std::string& path) : m_Path(path) {
     if (error != 0) {
         Refuse(path, error);
     }
-    JsonLine line;
-    line.Add("format", std::int64_t{TRACE_FORMAT});
-    line.Add("content", TRACE_CONTENT);
-    WriteLine(line.Text());
+    WriteEntry(TraceEntry::AddHead);
     if (m_nError != 0) {
         _close(m_nFile);
         Refuse(path, m_nError);
@@ -67,64 +52,37 @@ void TraceWriter::Finish() const {
 }
 
 void TraceWriter::WriteOperation(std::string_view name, std::span<const std::uint8_t> record) {
-    JsonLine line;
-    line.Add("entry", "operation");
-    line.Add("operation", std::int64_t{++m_Operations});
-    line.Add("name", name);
-    line.Add("record", HexBytes(record));
-    WriteLine(line.Text());
+    ++m_Operations;
+    WriteEntry([&](JsonLine& line) { TraceEntry::AddOperation(line, m_Operations, name, record); });
 }
 
 void TraceWriter::WriteLogLine(std::string_view text, bool bInterleaved) {
-    JsonLine line;
-    line.Add("entry", "log");
-    line.Add("line", text);
-    line.Add("interleaved", bInterleaved);
-    WriteLine(line.Text());
+    WriteEntry([&](JsonLine& line) { TraceEntry::AddLogLine(line, text, bInterleaved); });
 }
 
-void TraceWriter::WriteCall(const CALL& call, std::uint32_t number) {
-    JsonLine line;
-    line.Add("entry", "call");
-    line.Add("operation", std::int64_t{m_Operations});
-    line.Add("call", std::int64_t{number});
-    line.Add("function", call.function);
-    line.Add("name", call.name);
-    line.Add("id", std::int64_t{call.id});
-    line.Add("value", call.value);
-    line.Add("from_list", call.fromList);
-    line.Add("sent", HexBytes(call.sent));
-    WriteLine(line.Text());
+void TraceWriter::WriteCall(const Link::CALL& call, std::uint32_t number) {
+    WriteEntry([&](JsonLine& line) {
+        TraceEntry::AddCall(line, m_Operations, number, TraceEntry::RequestOf(call));
+    });
 }
 
-void TraceWriter::WriteAnswer(const CALL& call, std::uint32_t number, Milliseconds time) {
-    JsonLine line;
-    line.Add("entry", "answer");
-    line.Add("operation", std::int64_t{m_Operations});
-    line.Add("call", std::int64_t{number});
-    line.Add("received", HexBytes(call.received));
-    AddOptional(line, "size_left", call.sizeLeft);
-    AddOptional(line, "result", call.result);
-    AddFailure(line, call.failure);
-    line.Add("time_ms", time.count());
-    WriteLine(line.Text());
+void TraceWriter::WriteAnswer(const Link::CALL& call, std::uint32_t number, Milliseconds time) {
+    WriteEntry([&](JsonLine& line) {
+        TraceEntry::AddAnswer(line, m_Operations, number, TraceEntry::AnswerOf(call), Whole(time));
+    });
 }
 
 void TraceWriter::WriteResult(
     std::int32_t result, std::span<const std::uint8_t> record, Milliseconds time) {
-    JsonLine line;
-    line.Add("entry", "result");
-    line.Add("operation", std::int64_t{m_Operations});
-    line.Add("result", std::int64_t{result});
-    line.Add("record", HexBytes(record));
-    line.Add("time_ms", time.count());
-    WriteLine(line.Text());
+    WriteEntry([&](JsonLine& line) {
+        TraceEntry::AddResult(line, m_Operations, result, record, Whole(time));
+    });
 }
 
-void TraceWriter::WriteLine(std::string_view line) {
-    while (m_nError == 0 && !line.empty()) {
-        const int count = _write(m_nFile, line.data(), static_cast<unsigned int>(line.size()));
+void TraceWriter::WriteText(std::string_view text) {
+    while (m_nError == 0 && !text.empty()) {
+        const int count = _write(m_nFile, text.data(), static_cast<unsigned int>(text.size()));
         m_nError = count > 0 ? 0 : errno;
-        line.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+        text.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
     }
 }

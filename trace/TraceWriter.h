@@ -1,13 +1,13 @@
 // Writes a trace, entry by entry.
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 
 #include "trace/Trace.h"
+#include "trace/TraceEntries.h"
 
 /// No entry fails because it can't be written: Finish tells it.
 class TraceWriter {
@@ -32,7 +32,9 @@ class TraceWriter {
     void Finish() const;
 
   private:
-    void WriteLine(std::string_view line);
+    template <class AddFields>
+    void WriteEntry(const AddFields& addFields);
+    void WriteText(std::string_view text);
 
     std::string m_Path;
     int m_nFile = -1;

@@ -174,6 +174,10 @@ static std::vector<CHECK> CheckLibraries(
     return checks.checks;
 }
 
+std::vector<CHECK> CheckModuleAndLink(const std::string& path, const std::string& linkPath) {
+    return CheckLibraries(path, linkPath, [](const CHECK&) {});
+}
+
 std::vector<CHECK> CheckAll(
     const std::string& path, const std::string& linkPath,
     const std::function<void(const CHECK&)>& onCheck) {

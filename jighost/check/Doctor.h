@@ -14,5 +14,8 @@ std::vector<CHECK> CheckAll(
     const std::string& path, const std::string& linkPath,
     const std::function<void(const CHECK&)>& onCheck);
 
+/// The checks of the two libraries alone.
+std::vector<CHECK> CheckModuleAndLink(const std::string& path, const std::string& linkPath);
+
 /// How that process tells a check on its standard output, where the module may print too.
 std::string CheckLine(const CHECK& check);

@@ -23,5 +23,6 @@ void AddLogCommand(Command& program, HOST& host);
 void AddVerifyCommand(Command& program, HOST& host);
 void AddDiffCommand(Command& program, HOST& host);
 void AddDoctorCommand(Command& program, HOST& host);
+void AddRecorderCommand(Command& program, HOST& host);
 void AddCompletionCommand(Command& program, HOST& host);
 void AddManualCommand(Command& program, HOST& host);

@@ -204,8 +204,11 @@ void Answers::Finish() {
 
 static void ReplayOperation(Session& session, const TRACED_OPERATION& operation, REPLAY& replay) {
     const OPERATION_INFO& info = KnownOperation(operation.name);
-    RecordBytes record = NewRecord(*info.record);
-    std::copy(operation.record.begin(), operation.record.end(), record.begin());
+    RecordBytes record;
+    if (!operation.bNullRecord) {
+        record = NewRecord(*info.record);
+        std::copy(operation.record.begin(), operation.record.end(), record.begin());
+    }
     Answers answers(operation);
     SimulatedBody::AnswerCalls([&answers](const CALL& call) { return answers.Answer(call); });
     const OPERATION_RUN run = session.Run(info, std::move(record));

@@ -18,3 +18,7 @@ std::filesystem::path OwnModule() {
 std::filesystem::path SampleFolder() {
     return FolderOf("BoardInf.ini", TUNEBENCH_SHARE_FOLDER);
 }
+
+std::filesystem::path RecorderFolder() {
+    return OwnModule().parent_path() / "recorder";
+}

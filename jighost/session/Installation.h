@@ -9,3 +9,6 @@ std::filesystem::path OwnModule();
 
 /// The folder of the sample of BoardInf.ini.
 std::filesystem::path SampleFolder();
+
+/// The folder of the recorder's libraries.
+std::filesystem::path RecorderFolder();

@@ -96,7 +96,8 @@ void Session::Watch(SimulatedBody::Observer watcher) {
 }
 
 static void RunProcedure(const REGISTERED_OPERATION& operation, OPERATION_RUN& run) {
-    void* pRecord = run.info->use == RECORD_USE::NONE ? nullptr : run.record.data();
+    const bool bNull = run.info->use == RECORD_USE::NONE || run.record.empty();
+    void* pRecord = bNull ? nullptr : run.record.data();
     const std::uint32_t callsBefore = SimulatedBody::CallCount();
     const auto start = std::chrono::steady_clock::now();
     run.result = operation.procedure(pRecord);

@@ -65,7 +65,8 @@ class Session {
     /// All watchers are called, in the order given, as long as the session lasts.
     void Watch(SimulatedBody::Observer watcher);
 
-    /// Runs an operation on a record from NewRecord. Throws as Require does.
+    /// Runs an operation on a record from NewRecord, or with an empty one on a null pointer. Throws
+    /// as Require does.
     OPERATION_RUN Run(const OPERATION_INFO& info, RecordBytes record);
 
     /// Writes the body's saved values back to its file, the whole file or nothing; a body that has

@@ -7,32 +7,17 @@
 #include "platform/posix/NativePath.h"
 #include "platform/posix/WindowsCalls.h"
 
-#if defined(__SANITIZE_ADDRESS__)
-// AddressSanitizer does not bear RTLD_DEEPBIND: a library has to be linked with -Bsymbolic.
-static const int OWN_NAMES_FIRST = 0;
-#else
-static const int OWN_NAMES_FIRST = RTLD_DEEPBIND;
-#endif
-
-static HMODULE Load(const char* pszPath, int binding) {
+HMODULE LoadLibraryA(const char* pszPath) {
     char szNative[PATH_MAX];
     if (pszPath == nullptr || !ToNativePath(pszPath, szNative)) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return nullptr;
     }
-    HMODULE library = dlopen(szNative, RTLD_NOW | RTLD_LOCAL | binding);
+    HMODULE library = dlopen(szNative, RTLD_NOW | RTLD_LOCAL);
     if (library == nullptr) {
         SetLastError(ERROR_MOD_NOT_FOUND);
     }
     return library;
-}
-
-HMODULE LoadLibraryA(const char* pszPath) {
-    return Load(pszPath, 0);
-}
-
-HMODULE LoadLibraryExA(const char* pszPath, HANDLE /*file*/, DWORD /*flags*/) {
-    return Load(pszPath, OWN_NAMES_FIRST);
 }
 
 /// The system keeps "name@version" as two texts.

@@ -37,13 +37,6 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* pReserved
 /// GetLastError and the system's own text in LastLibraryError.
 HMODULE LoadLibraryA(const char* pszPath);
 
-constexpr DWORD LOAD_WITH_ALTERED_SEARCH_PATH = 8;
-
-/// The same for a library by its full path, which looks in its own surroundings first: its calls of
-/// what it defines itself stay within it, whatever the process has under the same names. `file` is
-/// null, `flags` LOAD_WITH_ALTERED_SEARCH_PATH.
-HMODULE LoadLibraryExA(const char* pszPath, HANDLE file, DWORD flags);
-
 /// The address of the library's own export, "name" or "name@version"; null if there is none.
 FARPROC GetProcAddress(HMODULE library, const char* pszName);
 

@@ -35,6 +35,10 @@ END = "\n--- end of a command ---\n"
 VARYING = [
     (re.compile(r"\d{4}/\d\d/\d\d \d\d:\d\d:\d\d\.\d{3}"), "<moment>"),
     (re.compile(r" *\b\d+\.\d+ m?s\b"), " <time>"),
+    (re.compile(r"\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d[+-]\d\d:\d\d"), "<moment>"),
+    (re.compile(r"\d{8}_\d{6}_[\w.-]+_\d+\.jsonl"), "<recording>"),
+    (re.compile(r"\bprocess \d+"), "process <number>"),
+    (re.compile(r'"at":\d+'), '"at":<moment>'),
     (re.compile(r'"time_ms":[\d.e-]+'), '"time_ms":<time>'),
     (re.compile(r"^commit \S+$", re.MULTILINE), "commit <commit>"),
     (re.compile(r" +$", re.MULTILINE), ""),

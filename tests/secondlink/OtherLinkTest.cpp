@@ -1,10 +1,9 @@
 // Another camera link in the body's place: the second link, as the module has it directly and by
 // way of the passage.
-#include <fstream>
-
 #include "bodylnk/OtherLink.h"
 #include "link/BodyLink.h"
 #include "platform/Process.h"
+#include "tests/secondlink/LinkInUse.h"
 #include "tests/secondlink/Transcript.h"
 #include "tests/support/Driver.h"
 #include "tests/support/Support.h"
@@ -13,46 +12,6 @@
 using testing::HasSubstr;
 
 namespace {
-
-/// One of the second links in the body's place.
-class LinkInUse {
-  public:
-    explicit LinkInUse(const char* pszFolder)
-        : m_Library(
-              (OtherLink::Use(LinkFile(pszFolder).string()),
-               LoadLibraryA(LinkFile(pszFolder).string().c_str()))),
-          link(SecondLinkIn(m_Library)) {}
-    LinkInUse(const LinkInUse&) = delete;
-    LinkInUse& operator=(const LinkInUse&) = delete;
-    ~LinkInUse() {
-        FreeLibrary(m_Library);
-        OtherLink::Leave();
-    }
-
-  private:
-    HMODULE m_Library;
-
-  public:
-    SECOND_LINK& link;
-};
-
-/// The first line of `made` that is not as in `expected`, with its number; empty if there is none.
-std::string FirstDifference(const std::string& expected, const std::string& made) {
-    std::istringstream expectedLines(expected);
-    std::istringstream madeLines(made);
-    std::string expectedLine;
-    std::string madeLine;
-    for (std::size_t number = 1;; ++number) {
-        const bool bExpected = static_cast<bool>(std::getline(expectedLines, expectedLine));
-        const bool bMade = static_cast<bool>(std::getline(madeLines, madeLine));
-        if (!bExpected && !bMade) {
-            return "";
-        }
-        if (bExpected != bMade || expectedLine != madeLine) {
-            return std::to_string(number) + ": " + expectedLine + " | " + madeLine;
-        }
-    }
-}
 
 TEST(OtherLinkTest, ModuleDoesTheSameAsDirectlyOnIt) {
     const FreshFolder folder;
@@ -98,8 +57,7 @@ void ExpectVeryObject(SECOND_LINK& link, THROWN thrown) {
     }
 }
 
-TEST(OtherLinkTest, WhatIsThrownIsTheVeryObject) {
-    const LinkInUse inUse("larger_link");
+void ExpectVeryObjects(const LinkInUse& inUse) {
     ExpectVeryObject<CException*>(inUse.link, THROWN::CAMERA_EXCEPTION);
     ExpectVeryObject<DERIVED_EXCEPTION*>(inUse.link, THROWN::DERIVED_EXCEPTION);
     ExpectVeryObject<CException*>(inUse.link, THROWN::NULL_EXCEPTION);
@@ -109,8 +67,7 @@ TEST(OtherLinkTest, WhatIsThrownIsTheVeryObject) {
     ExpectVeryObject<OWN_TYPE>(inUse.link, THROWN::OWN_TYPE);
 }
 
-TEST(OtherLinkTest, ArgumentsAreTheCallersOwn) {
-    const LinkInUse inUse("larger_link");
+void ExpectOwnArguments(const LinkInUse& inUse) {
     const auto expect = [&](const auto&... arguments) {
         const std::array<const void*, 4> expected = {arguments...};
         EXPECT_EQ(inUse.link.arguments, expected);
@@ -164,6 +121,20 @@ TEST(OtherLinkTest, ArgumentsAreTheCallersOwn) {
     expect(&name);
     EXPECT_NE(_gt(id), "");
     expect(&id);
+}
+
+TEST(OtherLinkTest, ArgumentsAndWhatIsThrownAreTheVeryObjects) {
+    const LinkInUse inUse("larger_link");
+    ExpectVeryObjects(inUse);
+    ExpectOwnArguments(inUse);
+}
+
+TEST(OtherLinkTest, RecorderInBetweenPassesOnTheVeryObjects) {
+    const FreshFolder folder;
+    const RecordedFolder host("larger_link");
+    const LinkInUse inUse(host.link, host.linkBehind);
+    ExpectVeryObjects(inUse);
+    ExpectOwnArguments(inUse);
 }
 
 TEST(OtherLinkTest, ObjectBeyondTheLimitIsRefused) {

@@ -7,6 +7,7 @@
 #include <memory_resource>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "link/BodyLink.h"
@@ -81,6 +82,9 @@ class Call : public Step {
     explicit Call(const std::string& text, const std::array<const void*, 4>& arguments = {})
         : Step(Counted(text)) {
         s_Link.arguments = arguments;
+        if (auto meanwhile = std::exchange(s_Link.meanwhile, nullptr)) {
+            meanwhile();
+        }
     }
 
   private:

@@ -32,6 +32,7 @@ struct SECOND_LINK {
     std::uint32_t ownCalls = 0;  ///< ... and by the link itself
     std::uint32_t failAt = 0;    ///< the step that throws; 0 for none
     THROWN thrown = THROWN::CAMERA_EXCEPTION;
+    void (*meanwhile)() = nullptr;           ///< is called once, within the next call
     const void* pThrown = nullptr;           ///< the very object thrown last, or what it points to
     std::array<const void*, 4> arguments{};  ///< of the last call, what they refer or point to
 };

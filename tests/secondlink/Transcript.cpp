@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <sstream>
 #include <stdexcept>
 
 #include "frame/Registration.h"
@@ -23,17 +24,34 @@ SECOND_LINK& SecondLinkIn(HMODULE library) {
 }
 
 static std::map<std::string, EVENT_PROC> s_Operations;
+static std::string s_Registrations;
 
 static void Collect(
-    const char* name, EVENT_PROC procedure, std::int32_t* /*size*/, std::int32_t* /*direction*/,
-    std::int32_t* /*reserved*/) {
+    const char* name, EVENT_PROC procedure, std::int32_t* size, std::int32_t* direction,
+    std::int32_t* reserved) {
     s_Operations[name] = procedure;
+    for (std::int32_t* pWord : {size, direction, reserved}) {
+        s_Registrations += std::to_string((*pWord)++) + ' ';  // it may: the next one's are its own
+    }
+    s_Registrations += std::string(name) + '\n';
 }
 
-static std::int32_t RegisterOperations(HMODULE module) {
+/// The result, behind a line for each registration.
+static std::string RegisterOperations(HMODULE module) {
+    s_Registrations.clear();
     const auto registerAll = reinterpret_cast<std::int32_t (*)(EVENT_PROC_REGISTER_FUNC)>(
         FunctionIn(module, "RegisterEventProcList"));
-    return registerAll(Collect);
+    const std::int32_t result = registerAll(Collect);
+    return s_Registrations + std::to_string(result) + '\n';
+}
+
+/// What the other two exports give and leave in the log; a table without heads is not touched.
+static std::string CallOtherExports(HMODULE module) {
+    const auto getList =
+        reinterpret_cast<std::int32_t (*)(void*)>(FunctionIn(module, "GetEventProcList"));
+    const auto initialize = reinterpret_cast<std::int32_t(WINAPI*)(void*)>(
+        FunctionIn(module, "_RegisterInitializeFuncList@4"));
+    return std::to_string(getList(nullptr)) + ' ' + std::to_string(initialize(nullptr)) + '\n';
 }
 
 /// The log's text since the last call.
@@ -71,13 +89,35 @@ static void RunWithEachFailure(
 std::string Transcript(const std::filesystem::path& module, SECOND_LINK& link) {
     link = {};
     HMODULE library = LoadLibraryA(module.string().c_str());
-    std::string transcript =
-        std::to_string(RegisterOperations(library)) + '\n' + link.notes + TakeLog();
+    std::string transcript = RegisterOperations(library) + RegisterOperations(library) +
+                             CallOtherExports(library) + link.notes + TakeLog();
     link.notes.clear();
     for (const OPERATION_INFO* pOperation : AllOperations()) {
+        if (pOperation->use == RECORD_USE::NONE) {
+            const std::int32_t result = s_Operations.at(pOperation->name)(nullptr);
+            transcript +=
+                std::string(pOperation->name) + ", nothing given: " + std::to_string(result) + '\n';
+        }
         RunOnce(*pOperation, link, transcript);
         RunWithEachFailure(*pOperation, link, transcript);
     }
     FreeLibrary(library);
     return transcript + link.notes + TakeLog();
+}
+
+std::string FirstDifference(const std::string& expected, const std::string& made) {
+    std::istringstream expectedLines(expected);
+    std::istringstream madeLines(made);
+    std::string expectedLine;
+    std::string madeLine;
+    for (std::size_t number = 1;; ++number) {
+        const bool bExpected = static_cast<bool>(std::getline(expectedLines, expectedLine));
+        const bool bMade = static_cast<bool>(std::getline(madeLines, madeLine));
+        if (!bExpected && !bMade) {
+            return "";
+        }
+        if (bExpected != bMade || expectedLine != madeLine) {
+            return std::to_string(number) + ": " + expectedLine + " | " + madeLine;
+        }
+    }
 }

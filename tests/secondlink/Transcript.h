@@ -14,3 +14,6 @@ SECOND_LINK& SecondLinkIn(HMODULE library);
 /// Loads the module, runs it in the current directory and unloads it. Results, records, log lines
 /// and the link's notes of each run.
 std::string Transcript(const std::filesystem::path& module, SECOND_LINK& link);
+
+/// The first line of `made` that is not as in `expected`, with its number; empty if there is none.
+std::string FirstDifference(const std::string& expected, const std::string& made);

@@ -53,6 +53,7 @@ TEST_F(JighostTraceTest, AnswersComeFromTheTraceAndNotFromTheBody) {
     const JIGHOST_RUN run = RunJighost({"replay", "trace.jsonl"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.output, StartsWith("6 operations, ")) << run.errors;
+    EXPECT_EQ(ReplayChanged("\"format\":2", "\"format\":1").exitCode, 0);
 }
 
 TEST_F(JighostTraceTest, FirstDifferenceIsTold) {
@@ -93,7 +94,7 @@ TEST_F(JighostTraceTest, WrongLineIsNamedWithItsNumber) {
         EXPECT_EQ(run.exitCode, 2);
         EXPECT_EQ(run.errors, "jighost: changed.jsonl:" + complaint + "\n");
     };
-    expect("\"format\":1", "\"format\":2", "1: expected a jighost trace of format 1");
+    expect("\"format\":2", "\"format\":3", "1: expected a jighost trace of format 1 to 2");
     expect("\"GetOwnerName\"", "\"GetOwner\"", "2: name: expected an operation, got \"GetOwner\"");
     expect("\"entry\":\"log\"", "\"entry\":[]", "3: entry: expected a text, got []");
     expect("\n{\"entry\":\"log\"", "\n[{\"entry\":\"log\"", "3: expected a JSON object");
@@ -121,10 +122,12 @@ TEST_F(JighostTraceTest, HostileFilesEndInOneLine) {
     WriteFile(
         "large.jsonl",
         ReadFile("start.jsonl") +
-            "{\"entry\":\"operation\",\"name\":\"GetCameraLog\",\"record\":\"\"}\n"
-            "{\"entry\":\"call\",\"call\":1,\"function\":\"CEventProcedure::GetReturnData\","
+            "{\"entry\":\"operation\",\"operation\":1,\"name\":\"GetCameraLog\",\"record\":\"\"}\n"
+            "{\"entry\":\"call\",\"operation\":1,\"call\":1,\"function\":\"CEventProcedure::"
+            "GetReturnData\","
             "\"name\":\"\",\"id\":0,\"value\":1048577,\"from_list\":false,\"sent\":\"\"}\n"
-            "{\"entry\":\"answer\",\"call\":1,\"received\":\"\",\"size_left\":1048577,"
+            "{\"entry\":\"answer\",\"operation\":1,\"call\":1,\"received\":\"\",\"size_left\":"
+            "1048577,"
             "\"result\":0,\"failure\":null}\n");
     expect(
         {"replay", "large.jsonl"},

@@ -37,9 +37,11 @@ TEST(PlainTextTest, WhatSteersATerminalStandsInDigitsAndAllElseStays) {
 }
 
 TEST(PlainTextTest, LineOfATraceStaysJsonWhateverIsInIt) {
-    JsonLine line;
+    std::string text;
+    JsonLine line(text);
     line.Add("text", std::string_view("Mü\"\\\x01\xFF"));
-    EXPECT_EQ(line.Text(), "{\"text\":\"Mü\\\"\\\\\\u0001\uFFFD\"}\n");
+    line.End();
+    EXPECT_EQ(text, "{\"text\":\"Mü\\\"\\\\\\u0001\uFFFD\"}\n");
 }
 
 TEST(PlainTextTest, JsonHoldsWhatSteersATerminalByItsNumbers) {
