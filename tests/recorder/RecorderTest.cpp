@@ -1,0 +1,154 @@
+// The recorder between a host, the module and the second camera link.
+#include <sstream>
+#include <thread>
+
+#include "jighost/session/Module.h"
+#include "platform/Process.h"
+#include "recorder/RecordingName.h"
+#include "recorder/Settings.h"
+#include "tests/secondlink/LinkInUse.h"
+#include "tests/support/Driver.h"
+#include "tests/support/Support.h"
+#include "trace/TraceReader.h"
+
+using testing::HasSubstr;
+using testing::SizeIs;
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// What a host gets of the link, by a program that loads it ahead of the module.
+std::string RunDirect(std::vector<std::string> arguments) {
+    Process host((BuildFolder() / SECOND_LINK_DIRECT_FILE).string(), arguments);
+    EXPECT_EQ(host.Wait(), 0);
+    return ReadFile(arguments[2]);
+}
+
+std::size_t Occurrences(const std::string& text, const std::string& part) {
+    std::size_t count = 0;
+    for (std::size_t i = text.find(part); i != std::string::npos; i = text.find(part, i + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+/// The only recording in the folder.
+std::string TheRecording(const fs::path& folder) {
+    const auto files = Recorder::RecordingsIn(folder);
+    EXPECT_THAT(files, SizeIs(1));
+    return files.empty() ? "" : files.front().path.string();
+}
+
+TEST(RecorderTest, HostAndCameraSeeNoDifference) {
+    const FreshFolder folder;
+    const Surroundings surroundings;
+    const RecordedFolder host;
+    const std::uint64_t keep = 20'000'000;
+    WriteFile("line/recorder.ini", Recorder::SettingsText({host.recordings, keep, {}}));
+    const std::string expected = RunDirect(
+        {LinkFile("second_link").string(), (BuildFolder() / MODULE_FILE).string(), "direct.txt"});
+    const std::string made =
+        RunDirect({host.link.string(), host.module.string(), "made.txt", host.linkBehind.string()});
+    EXPECT_EQ(FirstDifference(expected, made), "");
+
+    // And all of it passed the recorder: the last operation bears the number of all.
+    const std::size_t runs = Occurrences(expected, ", step ") + Occurrences(expected, ", nothing ");
+    const auto files = Recorder::RecordingsIn(host.recordings);
+    ASSERT_FALSE(files.empty());
+    const std::string last = ReadFile(files.back().path);
+    const std::size_t place = last.rfind("\"operation\":");
+    EXPECT_EQ(last.rfind("\"operation\":" + std::to_string(runs) + ','), place);
+    std::uint64_t sum = 0;
+    for (const auto& file : files) {
+        sum += file.size;
+    }
+    EXPECT_LE(sum, keep);
+}
+
+/// The lines by which operations begin.
+std::vector<std::string> Begins(const std::string& path) {
+    std::vector<std::string> begins;
+    std::istringstream lines(ReadFile(path));
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("{\"entry\":\"operation\"")) {
+            begins.push_back(line);
+        }
+    }
+    return begins;
+}
+
+std::string ThreadOf(const std::string& line) {
+    const std::size_t place = line.find("\"thread\":");
+    return line.substr(place, line.find(',', place) - place);
+}
+
+/// What an operation runs within another one.
+EVENT_PROC s_Nested = nullptr;
+
+TEST(RecorderTest, OperationsOfThreadsAndWithinOthersAreToldApart) {
+    const FreshFolder folder;
+    const RecordedFolder host;
+    WriteFile(
+        "line/recorder.ini", Recorder::SettingsText({host.recordings, 0, {{"GetDateTime", 24}}}));
+    {
+        const LinkInUse inUse(host.link, host.linkBehind);
+        const Module module(host.module.string());
+        const auto run = [&](const char* pszName, std::vector<std::uint8_t> record = {}) {
+            return module.Find(pszName).procedure(record.empty() ? nullptr : record.data());
+        };
+        run("GetDateTime", std::vector<std::uint8_t>(24, 7));
+        std::thread([&] { EXPECT_EQ(run("GetBodyID"), 3); }).join();
+        s_Nested = module.Find("EnterFactoryMode").procedure;
+        inUse.link.meanwhile = [] { EXPECT_EQ(s_Nested(nullptr), 0); };
+        run("GetBodyID", std::vector<std::uint8_t>(20));
+        run("SetOwnerName", std::vector<std::uint8_t>(32));
+    }
+    const std::string path = TheRecording(host.recordings);
+    const std::vector<std::string> begins = Begins(path);
+    ASSERT_THAT(begins, SizeIs(5));
+    EXPECT_THAT(begins[0], HasSubstr(R"("operation":1,"name":"GetDateTime","record":"07 07 )"));
+    EXPECT_THAT(begins[1], HasSubstr(R"("operation":2,"name":"GetBodyID","record":null,)"));
+    EXPECT_THAT(begins[2], HasSubstr(R"("operation":3,"name":"GetBodyID","record":"00 00 )"));
+    EXPECT_THAT(begins[3], HasSubstr(R"("operation":4,"name":"EnterFactoryMode","record":null,)"));
+    EXPECT_THAT(begins[4], HasSubstr(R"("operation":5,"name":"SetOwnerName","record":"",)"));
+    const std::string thread = ThreadOf(begins[0]);
+    EXPECT_NE(ThreadOf(begins[1]), thread);
+    for (const std::size_t index : {2U, 3U, 4U}) {
+        EXPECT_EQ(ThreadOf(begins[index]), thread);
+    }
+
+    const std::vector<TRACED_OPERATION> operations = ReadTrace(path);
+    ASSERT_THAT(operations, SizeIs(5));
+    EXPECT_EQ(operations[1].result, 3);
+    EXPECT_TRUE(operations[1].bNullRecord);
+    EXPECT_THAT(operations[2].calls, SizeIs(1));
+    EXPECT_EQ(operations[2].calls[0].function, "CProperty::Get");
+    EXPECT_THAT(operations[2].returned, SizeIs(20));
+    EXPECT_EQ(operations[3].calls.at(0).function, "CProperty::Set");
+    EXPECT_EQ(operations[3].result, 0);
+}
+
+TEST(RecorderTest, GapIsMarkedWhenTheRecordingGoesOn) {
+    const FreshFolder folder;
+    const RecordedFolder host;
+    const LinkInUse inUse(host.link, host.linkBehind);
+    const Module module(host.module.string());
+    const auto enter = module.Find("EnterFactoryMode").procedure;
+    EXPECT_EQ(enter(nullptr), 0);
+    fs::rename(host.recordings, "moved");
+    for (int i = 0; i < 1'000'000 && !fs::exists("line/recorder.failed"); ++i) {
+        EXPECT_EQ(enter(nullptr), 0);  // it is looked for now and then
+    }
+    EXPECT_THAT(ReadFile("line/recorder.failed"), HasSubstr("No such file or directory"));
+    fs::create_directory(host.recordings);
+    EXPECT_EQ(enter(nullptr), 0);
+
+    // Of the last one ahead of it: its begin, two calls with their answers, its result.
+    const std::string text = ReadFile(TheRecording(host.recordings));
+    EXPECT_THAT(text, HasSubstr("\n{\"entry\":\"gap\",\"entries\":6,\"at\":"));
+    EXPECT_EQ(Occurrences(text, "\"entry\":\"operation\""), 1U);
+    EXPECT_THAT(ReadFile(TheRecording("moved")), HasSubstr("\"entry\":\"result\",\"operation\":1"));
+}
+
+}  // namespace
