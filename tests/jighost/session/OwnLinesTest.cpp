@@ -164,12 +164,19 @@ TEST_F(JighostTest, HostsInOneDirectoryTakeNoLinesOfEachOther) {
 
 // --- A log that is lost ---
 
+#ifdef __SANITIZE_ADDRESS__
+// Its shadow takes more addresses than a limit could leave.
+const std::string LIMIT_OF_MEMORY = "export ASAN_OPTIONS=$ASAN_OPTIONS:hard_rss_limit_mb=4000";
+#else
+const std::string LIMIT_OF_MEMORY = "ulimit -v 4000000";
+#endif
+
 /// jighost where the script has put something in the log's place; a run that hangs or takes all
 /// memory fails.
 JIGHOST_RUN RunBehind(const std::string& script, const std::string& arguments) {
     return RunShell(
-        "rm -rf JigDll.log; " + script + "\nulimit -v 4000000; exec timeout -s KILL 60 \"$0\" " +
-        arguments);
+        "rm -rf JigDll.log; " + script + '\n' + LIMIT_OF_MEMORY +
+        "; exec timeout -s KILL 60 \"$0\" " + arguments);
 }
 
 TEST_F(JighostTest, LogThatIsLostIsToldFirstAndHoldsNothingUp) {
