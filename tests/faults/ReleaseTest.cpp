@@ -1,8 +1,8 @@
 // What a run takes it gives back, however it ends: memory, descriptors, each file closed once.
 #include "tests/faults/Replaced.h"
 #include "tests/support/Driver.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/Support.h"
-#include "tests/support/SupportProcess.h"
 
 namespace {
 

@@ -1,17 +1,9 @@
 // What a test takes from its own process for a while, on POSIX systems.
 #pragma once
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <unistd.h>
-
-/// The descriptor that the next file gets: a higher one tells that a file was left open.
-inline int NextDescriptor() {
-    const int descriptor = open("/", O_RDONLY);
-    close(descriptor);
-    return descriptor;
-}
 
 /// Lowers a limit of this process for a while.
 class Limit {
