@@ -3,7 +3,7 @@
 #include <set>
 
 #include "identity/BodyID.h"
-#include "tests/faults/Replaced.h"
+#include "tests/faults/Shortage.h"
 #include "tests/support/Driver.h"
 #include "tests/support/Support.h"
 

@@ -12,21 +12,13 @@
 #include <string_view>
 
 #include "platform/Export.h"
+#include "tests/faults/Shortage.h"
 
 bool g_bCloseFails = false;
 int g_nVainCloses = 0;
 
 namespace {
 
-struct ALLOCATIONS {
-    SHORTAGE shortage = SHORTAGE::NONE;
-    std::uint32_t count = 0;      // since the shortage was asked for
-    std::uint32_t firstFail = 0;  // the first one that fails, from 1
-    bool bFailed = false;
-    bool bThrew = false;
-};
-
-ALLOCATIONS s_Allocations;
 bool s_bCounting = false;
 int s_nTaken = 0;
 // What the module took by calloc: who calls free can't be told, since that is often jumped to.
@@ -38,22 +30,8 @@ constexpr bool COUNTS_BUFFERS = false;  // the sanitizer has a free of its own, 
 constexpr bool COUNTS_BUFFERS = true;
 #endif
 
-bool IsToFail() {
-    if (s_Allocations.shortage == SHORTAGE::NONE) {
-        return false;
-    }
-    ++s_Allocations.count;
-    return s_Allocations.shortage == SHORTAGE::ONCE
-               ? s_Allocations.count == s_Allocations.firstFail
-               : s_Allocations.count >= s_Allocations.firstFail;
-}
-
 void* Allocate(std::size_t size, bool bThrows) {
-    void* pMemory = IsToFail() ? nullptr : std::malloc(size == 0 ? 1 : size);
-    if (pMemory == nullptr && !s_Allocations.bFailed) {
-        s_Allocations.bFailed = true;
-        s_Allocations.bThrew = bThrows;
-    }
+    void* pMemory = CountAllocation(bThrows) ? nullptr : std::malloc(size == 0 ? 1 : size);
     if (pMemory == nullptr && bThrows) {
         throw std::bad_alloc();
     }
@@ -84,9 +62,8 @@ bool IsInModule(const void* pCode) {
 // --- In place of the library's ---
 
 extern "C" MODULE_API void* calloc(std::size_t count, std::size_t size) noexcept {
-    const bool bBuffer =
-        (s_Allocations.shortage != SHORTAGE::NONE || (s_bCounting && COUNTS_BUFFERS)) &&
-        IsInModule(__builtin_return_address(0));
+    const bool bBuffer = (Shortage::IsUnderWay() || (s_bCounting && COUNTS_BUFFERS)) &&
+                         IsInModule(__builtin_return_address(0));
     void* pMemory = bBuffer ? Allocate(count * size, false) : std::malloc(count * size);
     if (bBuffer && s_bCounting) {
         *std::find(s_pBuffers.begin(), s_pBuffers.end(), nullptr) = pMemory;
@@ -141,20 +118,8 @@ void operator delete[](void* pMemory, std::size_t) noexcept {
 
 // --- What tests ask for ---
 
-Shortage::Shortage(SHORTAGE shortage, std::uint32_t n) {
-    s_Allocations = {.shortage = shortage, .firstFail = n};
-}
-
-Shortage::~Shortage() {
-    s_Allocations.shortage = SHORTAGE::NONE;
-}
-
-bool Shortage::HasFailed() {
-    return s_Allocations.bFailed;
-}
-
-bool Shortage::HasThrown() {
-    return s_Allocations.bThrew;
+std::shared_ptr<void> WatchAllocations() {
+    return nullptr;
 }
 
 TakenBlocks::TakenBlocks() {
