@@ -21,6 +21,7 @@ else()
     set(EXPORTS ${PROJECT_SOURCE_DIR}/cmake/WindowsExports.txt)
     set(RUNTIME_DLLS ${GCC_RUNTIME} msvcrt.dll)
     target_sources(TuneBench PRIVATE ${PROJECT_SOURCE_DIR}/module/Exports.${ARCHITECTURE}.def)
+    add_resources(TuneBench "Factory functions of the T460")
     # The C++ run-time library, one for all modules, so that an exception passes from one to
     # another. It lies beside them, as it does at the host.
     foreach(DLL ${GCC_RUNTIME})

@@ -1,5 +1,5 @@
 set(TARGET x86_64-pc-windows-msvc)
-set(MINGW x86_64-w64-mingw32)
+set(HEADERS_OF x86_64-w64-mingw32)
 set(PROCESSOR_MACRO -D_AMD64_)
 set(CMAKE_SYSTEM_PROCESSOR AMD64)
 include(${CMAKE_CURRENT_LIST_DIR}/clang-cl.cmake)

@@ -1,5 +1,5 @@
 set(TARGET i686-pc-windows-msvc)
-set(MINGW i686-w64-mingw32)
+set(HEADERS_OF i686-w64-mingw32)
 set(PROCESSOR_MACRO -D_X86_)
 set(CMAKE_SYSTEM_PROCESSOR x86)
 include(${CMAKE_CURRENT_LIST_DIR}/clang-cl.cmake)

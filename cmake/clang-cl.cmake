@@ -1,6 +1,6 @@
 # clang-cl in place of the compiler of the Microsoft C++ ABI, with the headers of MinGW-w64 and
 # libc++. Libraries are linked for their export tables alone: of that compiler's run-time library
-# there is nothing here. MINGW, TARGET and PROCESSOR_MACRO come from the form's own file.
+# there is nothing here. HEADERS_OF, TARGET and PROCESSOR_MACRO come from the form's own file.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_CXX_COMPILER clang-cl-19)
 set(CMAKE_CXX_COMPILER_TARGET ${TARGET})
@@ -9,14 +9,14 @@ set(CMAKE_AR llvm-lib-19)
 set(CMAKE_NM llvm-nm-19)
 set(CMAKE_MT llvm-mt-19)
 set(CMAKE_RC_COMPILER llvm-rc-19)
-set(CMAKE_OBJDUMP ${MINGW}-objdump)
+set(CMAKE_OBJDUMP ${HEADERS_OF}-objdump)
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
 set(LLVM /usr/lib/llvm-19)
 string(JOIN " " CMAKE_CXX_FLAGS_INIT
     ${PROCESSOR_MACRO} -D_UCRT -D_LIBCPP_NO_VCRUNTIME /clang:-fgnuc-version=12.2 /X
     /clang:-nobuiltininc -imsvc ${LLVM}/include/c++/v1 -imsvc ${LLVM}/lib/clang/19/include
-    -imsvc /usr/${MINGW}/include /FI${CMAKE_CURRENT_LIST_DIR}/libcxx-on-mingw.h)
+    -imsvc /usr/${HEADERS_OF}/include /FI${CMAKE_CURRENT_LIST_DIR}/libcxx-on-mingw.h)
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "/NOENTRY /NODEFAULTLIB /FORCE:UNRESOLVED /SAFESEH:NO")
 set(CMAKE_MODULE_LINKER_FLAGS_INIT ${CMAKE_SHARED_LINKER_FLAGS_INIT})
 set(CMAKE_CXX_STANDARD_LIBRARIES
-    "/usr/${MINGW}/lib/libkernel32.a /usr/${MINGW}/lib/libucrt.a" CACHE STRING "")
+    "/usr/${HEADERS_OF}/lib/libkernel32.a /usr/${HEADERS_OF}/lib/libucrt.a" CACHE STRING "")

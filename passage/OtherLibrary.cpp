@@ -8,6 +8,7 @@
 #include "passage/OtherFunctions.h"
 #include "platform/LibraryError.h"
 #include "platform/Surroundings.h"
+#include "platform/Utf8Path.h"
 
 namespace Link {
 
@@ -130,7 +131,7 @@ class OtherFilePath : public FilePath {
 };
 
 HMODULE Load(const std::string& path) {
-    const auto fullPath = std::filesystem::absolute(path).make_preferred();
+    const auto fullPath = std::filesystem::absolute(PathOf(path)).make_preferred();
     HMODULE library = LoadBesideNamesake(fullPath, ItaniumNames::LINE_PREFIX);
     if (library == nullptr) {
         throw LibraryError("can't load " + path + ": " + LastLibraryError());

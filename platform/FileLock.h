@@ -1,6 +1,7 @@
 // A file that one holder at a time has to itself.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 /// Holds from a Take that succeeds to destruction, or to the process's death. Only those who ask
@@ -18,5 +19,6 @@ class FileLock {
     bool Take(const std::string& path);
 
   private:
-    int m_nFile = -1;
+    static constexpr std::intptr_t NOTHING = -1;
+    std::intptr_t m_nHeld = NOTHING;  // the system's own number of it
 };

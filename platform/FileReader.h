@@ -1,8 +1,8 @@
-// A file read in blocks while others may write, delete or replace it.
+// A file read in blocks while others write, rename, delete or replace it as if nobody did.
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 
@@ -14,7 +14,7 @@ class FileReader {
     FileReader(const FileReader&) = delete;
     FileReader& operator=(const FileReader&) = delete;
 
-    bool IsOpen() const { return m_File >= 0; }
+    bool IsOpen() const;
 
     /// Reads on; gives the number of bytes, 0 at what is the end for now. Throws std::system_error.
     std::size_t Read(std::span<char> block);
@@ -23,7 +23,6 @@ class FileReader {
     bool IsReplaced() const;
 
   private:
-    std::string m_Path;
-    int m_File;
-    std::int64_t m_Position = 0;
+    struct STATE;
+    std::unique_ptr<STATE> m_pState;
 };

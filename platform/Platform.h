@@ -17,9 +17,12 @@
 
 #include <cstdlib>
 #include <cstring>
-// Empty marks of old parameter lists; here they are names.
+// Empty marks of old parameter lists, and names of drawing modes and of one form of a call; here
+// they are names.
 #undef IN
 #undef OUT
+#undef DIFFERENCE
+#undef ReplaceFile
 #else
 #include "platform/posix/WindowsCalls.h"
 #endif

@@ -9,9 +9,11 @@
 #endif
 
 #ifdef _WIN32
+constexpr bool IS_WINDOWS = true;
 constexpr char MODULE_FILE_NAME[] = "TuneBench.t460.dll";
 constexpr char LINK_FILE_NAME[] = "BODYLNK.dll";
 #else
+constexpr bool IS_WINDOWS = false;
 constexpr char MODULE_FILE_NAME[] = "TuneBench.t460.so";
 constexpr char LINK_FILE_NAME[] = "libBODYLNK.so";
 #endif
@@ -19,9 +21,9 @@ constexpr char LINK_FILE_NAME[] = "libBODYLNK.so";
 /// The running program's file; empty if the system does not tell.
 inline std::filesystem::path ProgramFile() {
 #ifdef _WIN32
-    char szPath[MAX_PATH] = {};
-    const DWORD length = GetModuleFileNameA(nullptr, szPath, MAX_PATH);
-    return length < MAX_PATH ? std::filesystem::path(szPath) : std::filesystem::path();
+    wchar_t szPath[32768] = {};  // as long as a path may be
+    const DWORD length = GetModuleFileNameW(nullptr, szPath, std::size(szPath));
+    return length < std::size(szPath) ? std::filesystem::path(szPath) : std::filesystem::path();
 #else
     std::error_code error;
     return std::filesystem::read_symlink("/proc/self/exe", error);
@@ -36,7 +38,8 @@ inline std::filesystem::path ProgramFolder() {
 /// Whether standard error goes to a terminal.
 inline bool IsErrorOutputTerminal() {
 #ifdef _WIN32
-    return _isatty(2) != 0;
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != FALSE;
 #else
     return isatty(STDERR_FILENO) != 0;
 #endif
@@ -45,7 +48,8 @@ inline bool IsErrorOutputTerminal() {
 /// Whether standard output goes to a terminal.
 inline bool IsOutputTerminal() {
 #ifdef _WIN32
-    return _isatty(1) != 0;
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), &mode) != FALSE;
 #else
     return isatty(STDOUT_FILENO) != 0;
 #endif

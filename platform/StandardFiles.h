@@ -2,14 +2,14 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 constexpr int STANDARD_OUTPUT = 1;
 constexpr int STANDARD_ERROR = 2;
 
-// Lead to the files that they are.
-constexpr char STANDARD_OUTPUT_PATH[] = "/dev/stdout";
-constexpr char STANDARD_ERROR_PATH[] = "/dev/stderr";
+/// Leads to the file that it is; empty where that has no path.
+std::string StandardFilePath(int nFile);
 
 /// Sees to it that a standard file which whoever started the program has closed fails, and that no
 /// file which is opened later takes its number and what is written to it. To be called ahead of all

@@ -6,6 +6,8 @@
 #include <limits>
 #include <string_view>
 
+#include "platform/Utf8Path.h"
+
 namespace Recorder {
 
 static const std::string_view RECORD = "record ";
@@ -21,7 +23,7 @@ static Number NumberOf(std::string_view text) {
 
 static void Take(SETTINGS& settings, std::string_view key, std::string_view value) {
     if (key == "into") {
-        settings.into = value;
+        settings.into = PathOf(std::string(value));
     } else if (key == "keep") {
         settings.keep = NumberOf<std::uint64_t>(value);
     } else if (key.starts_with(RECORD)) {

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/TextFile.h"
+#include "platform/Utf8Path.h"
 #include "trace/Base64.h"
 #include "trace/Hex.h"
 #include "trace/JsonLine.h"
@@ -30,7 +31,7 @@ static const int DEEPEST_FIELD = 2;  // an entry's failure has fields of its own
 
 static std::string ReadText(const std::string& path) {
     try {
-        return ReadTextFile(path, LARGEST_FILE);
+        return ReadTextFile(PathOf(path), LARGEST_FILE);
     } catch (const std::runtime_error& e) {
         throw TraceError(e.what());
     }

@@ -36,25 +36,25 @@ static CHECK Result(const char* name, bool bGood, const std::string& text) {
 }
 
 /// What is wrong with the log's file; empty if the module can write it.
-static std::string LogFault(const std::string& path, bool bExists) {
+static std::string LogFault(const std::filesystem::path& path, bool bExists) {
     std::error_code error;
     if (bExists && !std::filesystem::is_regular_file(path, error)) {
-        return path + " is no regular file";  // to open a pipe would wait for its reader
+        return path.string() + " is no regular file";  // to open a pipe would wait for its reader
     }
     errno = 0;
     const bool bWritable = std::ofstream(path, std::ios::app).is_open();
-    return bWritable ? "" : "can't write " + path + ": " + std::strerror(errno);
+    return bWritable ? "" : "can't write " + path.string() + ": " + std::strerror(errno);
 }
 
 static CHECK CheckLogFile() {
     std::error_code error;
-    const std::string path = (std::filesystem::current_path(error) / LOG_FILE).string();
+    const std::filesystem::path path = std::filesystem::current_path(error) / LOG_FILE;
     const bool bExisted = std::filesystem::exists(path, error);
     const std::string fault = LogFault(path, bExisted);
     if (fault.empty() && !bExisted) {
         std::filesystem::remove(path, error);
     }
-    return Result("log file", fault.empty(), fault.empty() ? path : fault);
+    return Result("log file", fault.empty(), fault.empty() ? path.string() : fault);
 }
 
 static CHECK CheckSharedBlocks() {

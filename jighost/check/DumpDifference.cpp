@@ -1,5 +1,6 @@
 // Both folders gone through row by row of the catalogue.
 #include "jighost/check/DumpDifference.h"
+#include "platform/Utf8Path.h"
 
 #include <filesystem>
 
@@ -17,8 +18,8 @@ static bool IsWhole(const std::filesystem::path& file, const PROPERTY_DATA_T& ro
 static void CompareRow(
     const PROPERTY_DATA_T& row, const std::string& left, const std::string& right,
     DUMP_DIFFERENCE& dumps) {
-    const std::filesystem::path leftPath = std::filesystem::path(left) / DumpFileName(row);
-    const std::filesystem::path rightPath = std::filesystem::path(right) / DumpFileName(row);
+    const std::filesystem::path leftPath = PathOf(left) / DumpFileName(row);
+    const std::filesystem::path rightPath = PathOf(right) / DumpFileName(row);
     const bool bLeft = IsThere(leftPath);
     if (bLeft != IsThere(rightPath)) {
         dumps.differences.push_back({&row, bLeft ? left : right, {}});

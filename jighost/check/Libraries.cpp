@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <type_traits>
 
 #include "bodylnk/OtherLink.h"
 #include "jighost/check/Registrations.h"
@@ -13,6 +14,7 @@
 #include "jighost/session/Module.h"
 #include "jighost/text/HostError.h"
 #include "platform/LibraryError.h"
+#include "platform/Utf8Path.h"
 
 static const char* const EXPORTS[] = {
     "RegisterEventProcList", "GetEventProcList", "_RegisterInitializeFuncList@4"};
@@ -20,9 +22,9 @@ static const char* const EXPORTS[] = {
 namespace {
 
 struct FreeLibraryDeleter {
-    void operator()(void* library) const { FreeLibrary(library); }
+    void operator()(HMODULE library) const { FreeLibrary(library); }
 };
-using Library = std::unique_ptr<void, FreeLibraryDeleter>;
+using Library = std::unique_ptr<std::remove_pointer_t<HMODULE>, FreeLibraryDeleter>;
 
 }  // namespace
 
@@ -32,7 +34,7 @@ static CHECK Result(const std::string& name, bool bGood, const std::string& text
 
 static CHECK CheckFound(const std::string& name, const std::string& path) {
     std::error_code error;
-    const bool bFound = std::filesystem::is_regular_file(path, error);
+    const bool bFound = std::filesystem::is_regular_file(PathOf(path), error);
     return Result(name, bFound, bFound ? path : "there is no file " + path);
 }
 

@@ -100,6 +100,7 @@ COMMAND_TEXT Command::Text() const {
 CommandLine::CommandLine(
     const std::string& program, const std::string& description, const std::string& version)
     : m_pApp(std::make_unique<CLI::App>(description, program)) {
+    m_pApp->allow_windows_style_options(false);  // "/x" is a path on each system
     m_pApp->set_version_flag("--version", version, "Shows version, commit and build");
     m_pApp->require_subcommand(0, 1);
 }

@@ -8,6 +8,7 @@
 #include "jighost/commands/CommonOptions.h"
 #include "jighost/output/Json.h"
 #include "jighost/text/PlainText.h"
+#include "platform/Utf8Path.h"
 #include "trace/Hex.h"
 
 static EXIT_CODE Diff(const HOST& host, const std::string& left, const std::string& right);
@@ -79,8 +80,8 @@ static void ShowDifferencesAsJson(const DUMP_DIFFERENCE& dumps) {
 }
 
 static EXIT_CODE Diff(const HOST& host, const std::string& left, const std::string& right) {
-    CheckDumpFolder(left);
-    CheckDumpFolder(right);
+    CheckDumpFolder(PathOf(left));
+    CheckDumpFolder(PathOf(right));
     const DUMP_DIFFERENCE dumps = CompareDumps(left, right);
     host.bJson ? ShowDifferencesAsJson(dumps) : ShowDifferences(dumps);
     return dumps.differences.empty() && dumps.missing == 0 ? EXIT_OK : EXIT_UNEXPECTED;

@@ -13,6 +13,7 @@
 #include "jighost/session/Session.h"
 #include "jighost/text/PlainText.h"
 #include "platform/Program.h"
+#include "platform/Utf8Path.h"
 
 static EXIT_CODE Dump(const HOST& host, const std::string& folder);
 
@@ -121,7 +122,7 @@ static EXIT_CODE Report(
 
 static EXIT_CODE Dump(const HOST& host, const std::string& folder) {
     SESSION_OPTIONS options = host.session;
-    options.folderText = FolderBlockText(folder);
+    options.folderText = FolderBlockText(PathOf(folder));
     const OPERATION_INFO& info = KnownOperation("LoadPropertyData");
     Session session(options);
     DumpProgress progress(IsErrorOutputTerminal() && !options.IsTraceShown());

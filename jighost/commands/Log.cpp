@@ -15,6 +15,7 @@
 #include "jighost/session/Interrupt.h"
 #include "jighost/text/NearestName.h"
 #include "platform/FileReader.h"
+#include "platform/Utf8Path.h"
 
 struct LOG_OPTIONS {
     std::string path = "JigDll.log";
@@ -83,7 +84,7 @@ class LogFeed {
 /// Opens a file or a pipe: anything else has no end, or no bytes.
 static std::unique_ptr<FileReader> OpenLog(const std::string& path) {
     std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    const std::filesystem::file_status status = std::filesystem::status(PathOf(path), error);
     if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status) &&
         !std::filesystem::is_fifo(status)) {
         throw HostError(EXIT_WRONG_USE, path + " is no file: expected a log of the module");

@@ -4,6 +4,7 @@
 
 #include "jighost/commands/Commands.h"
 #include "jighost/help/ManualPage.h"
+#include "platform/Utf8Path.h"
 #include "platform/WholeFile.h"
 
 static void WritePages(const COMMAND_TEXT& program, const std::filesystem::path& folder);
@@ -14,7 +15,7 @@ void AddManualCommand(Command& program, HOST& /*host*/) {
     const auto pFolder = std::make_shared<std::string>();
     command.AddArgument("folder", *pFolder, "An existing folder; its files are replaced");
     command.SetFooter("Example:\n  mkdir man1 && jighost manual man1 && man -l man1/jighost-run.1");
-    command.SetWork([program, pFolder] { WritePages(program.Text(), *pFolder); });
+    command.SetWork([program, pFolder] { WritePages(program.Text(), PathOf(*pFolder)); });
 }
 
 static void WritePages(const COMMAND_TEXT& program, const std::filesystem::path& folder) {

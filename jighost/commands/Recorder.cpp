@@ -9,6 +9,7 @@
 #include "jighost/line/Status.h"
 #include "jighost/text/Numbers.h"
 #include "jighost/text/PlainText.h"
+#include "platform/Utf8Path.h"
 
 static void AddInstallCommand(Command& recorder);
 static void AddStatusCommand(Command& recorder, HOST& host);
@@ -89,7 +90,9 @@ static void AddInstallCommand(Command& recorder) {
         "Example:\n"
         "  jighost recorder install /opt/line --into /var/recordings --keep 2G");
     command.SetWork([pOptions] {
-        InstallRecorder({pOptions->folder, pOptions->into, ParseSize(pOptions->keep)}, ShowStep);
+        InstallRecorder(
+            {PathOf(pOptions->folder), PathOf(pOptions->into), ParseSize(pOptions->keep)},
+            ShowStep);
     });
 }
 
@@ -134,7 +137,7 @@ static void ShowFailures(const RECORDER_STATUS& status) {
 }
 
 static EXIT_CODE ShowStatus(const std::string& folder) {
-    const RECORDER_STATUS status = StatusOf(folder);
+    const RECORDER_STATUS status = StatusOf(PathOf(folder));
     std::cout << "link        " << PlacedText(status.places[0]) << '\n'
               << "module      " << PlacedText(status.places[1]) << '\n';
     if (status.bSettings) {
@@ -168,6 +171,6 @@ static void AddRemoveCommand(Command& recorder, HOST& host) {
         "Example:\n  jighost recorder remove /opt/line\n"
         "The recordings stay. Ends with 5 if a library could not be put back.");
     command.SetWork([&host, pFolder] {
-        host.exitCode = RemoveRecorder(*pFolder, ShowStep) ? EXIT_OK : EXIT_UNEXPECTED;
+        host.exitCode = RemoveRecorder(PathOf(*pFolder), ShowStep) ? EXIT_OK : EXIT_UNEXPECTED;
     });
 }

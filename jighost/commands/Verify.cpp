@@ -10,6 +10,7 @@
 #include "jighost/output/Json.h"
 #include "jighost/session/BodyFile.h"
 #include "jighost/text/PlainText.h"
+#include "platform/Utf8Path.h"
 
 static EXIT_CODE Verify(const HOST& host, const std::string& folder);
 
@@ -60,13 +61,13 @@ static void ShowFindingsAsJson(const Findings& findings) {
 }
 
 static EXIT_CODE Verify(const HOST& host, const std::string& folder) {
-    CheckDumpFolder(folder);
+    CheckDumpFolder(PathOf(folder));
     const bool bBody = !host.session.bodyPath.empty();
     if (bBody) {
         SimulatedBody::Reset();
         LoadBody(host.session.bodyPath);
     }
-    const Findings findings = CheckDump(folder, bBody);
+    const Findings findings = CheckDump(PathOf(folder), bBody);
     host.bJson ? ShowFindingsAsJson(findings) : ShowFindings(findings, bBody);
     return findings.empty() ? EXIT_OK : EXIT_UNEXPECTED;
 }

@@ -10,6 +10,7 @@
 #include "jighost/text/NearestName.h"
 #include "jighost/text/Numbers.h"
 #include "jighost/text/YamlFile.h"
+#include "platform/Utf8Path.h"
 
 static const std::int64_t SEQUENCE_FORMAT = 1;
 
@@ -155,7 +156,7 @@ static void CheckNames(const YamlFile& file, const YAML::Node& root) {
 static std::string ReadFolder(const YamlFile& file, const YAML::Node& node) {
     const std::string folder = file.Text(node, "a folder");
     try {
-        return FolderBlockText(folder);
+        return FolderBlockText(PathOf(folder));
     } catch (const HostError& e) {
         file.Refuse(node, e.what());
     }

@@ -3,6 +3,7 @@
 #include "jighost/sequence/SequenceRecord.h"
 
 #include "jighost/session/RunJson.h"
+#include "platform/Utf8Path.h"
 #include "platform/WholeFile.h"
 
 static const char UNFINISHED[] = "unfinished";
@@ -46,7 +47,7 @@ static std::string Indented(const std::string& text) {
 SequenceRecord::SequenceRecord(const std::string& path, const SEQUENCE& sequence)
     : m_Path(path), m_Name(sequence.name) {
     if (!m_Path.empty()) {
-        WithExitCode(EXIT_WRONG_USE, [this] { CheckReplaceable(m_Path); });
+        WithExitCode(EXIT_WRONG_USE, [this] { CheckReplaceable(PathOf(m_Path)); });
     }
 }
 
@@ -66,8 +67,9 @@ void SequenceRecord::Compose(
 }
 
 void SequenceRecord::WriteInterim() const {
-    if (!m_Path.empty() && !IsDeviceOrPipe(m_Path)) {
-        WithExitCode(EXIT_HOST_ERROR, [this] { ReplaceFile(m_Path, m_Text, OUTLASTS::KILLS); });
+    if (!m_Path.empty() && !IsDeviceOrPipe(PathOf(m_Path))) {
+        WithExitCode(
+            EXIT_HOST_ERROR, [this] { ReplaceFile(PathOf(m_Path), m_Text, OUTLASTS::KILLS); });
     }
 }
 
@@ -90,7 +92,8 @@ void SequenceRecord::Add(
 void SequenceRecord::Finish(const SEQUENCE_RUN& run) {
     Compose(OutcomeName(run.exitCode), run.time);
     if (!m_Path.empty()) {
-        WithExitCode(
-            EXIT_HOST_ERROR, [this] { ReplaceFile(m_Path, m_Text, OUTLASTS::POWER_FAILURES); });
+        WithExitCode(EXIT_HOST_ERROR, [this] {
+            ReplaceFile(PathOf(m_Path), m_Text, OUTLASTS::POWER_FAILURES);
+        });
     }
 }

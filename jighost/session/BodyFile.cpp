@@ -11,6 +11,7 @@
 #include "jighost/text/HostError.h"
 #include "jighost/text/Numbers.h"
 #include "jighost/text/YamlFile.h"
+#include "platform/Utf8Path.h"
 #include "platform/WholeFile.h"
 #include "trace/Hex.h"
 
@@ -158,15 +159,16 @@ std::string BodyText() {
 }
 
 void WriteNewBody(const std::string& path, const std::string& text) {
-    if (!WithExitCode(EXIT_HOST_ERROR, [&] { return MakeFile(path, text); })) {
+    if (!WithExitCode(EXIT_HOST_ERROR, [&] { return MakeFile(PathOf(path), text); })) {
         throw HostError(EXIT_WRONG_USE, path + " is there already");
     }
 }
 
 void CheckBodyWritable(const std::string& path) {
-    WithExitCode(EXIT_WRONG_USE, [&] { CheckReplaceable(path); });
+    WithExitCode(EXIT_WRONG_USE, [&] { CheckReplaceable(PathOf(path)); });
 }
 
 void WriteBody(const std::string& path, const std::string& text) {
-    WithExitCode(EXIT_HOST_ERROR, [&] { ReplaceFile(path, text, OUTLASTS::POWER_FAILURES); });
+    WithExitCode(
+        EXIT_HOST_ERROR, [&] { ReplaceFile(PathOf(path), text, OUTLASTS::POWER_FAILURES); });
 }

@@ -1,5 +1,7 @@
 // The heads of ELF and PE files, as far as they tell the machine.
 #include "jighost/session/LibraryFormat.h"
+#include "platform/Program.h"
+#include "platform/Utf8Path.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -18,14 +20,21 @@ struct ELF_TABLE {
 };
 
 // In a header, and in a segment's entry, of the host's word size.
-static const std::size_t WORD = sizeof(void*);
-static const ELF_TABLE ELF_SECTIONS = WORD == 8 ? ELF_TABLE{0x28, 0x3A} : ELF_TABLE{0x20, 0x2E};
-static const ELF_TABLE ELF_SEGMENTS = WORD == 8 ? ELF_TABLE{0x20, 0x36} : ELF_TABLE{0x1C, 0x2A};
-static const std::size_t SEGMENT_PLACE = WORD == 8 ? 0x08 : 0x04;  // in the file
-static const std::size_t SEGMENT_SIZE = WORD == 8 ? 0x20 : 0x10;   // in the file
+static const std::size_t WORD_SIZE = sizeof(void*);
+static const ELF_TABLE ELF_SECTIONS =
+    WORD_SIZE == 8 ? ELF_TABLE{0x28, 0x3A} : ELF_TABLE{0x20, 0x2E};
+static const ELF_TABLE ELF_SEGMENTS =
+    WORD_SIZE == 8 ? ELF_TABLE{0x20, 0x36} : ELF_TABLE{0x1C, 0x2A};
+static const std::size_t SEGMENT_PLACE = WORD_SIZE == 8 ? 0x08 : 0x04;  // in the file
+static const std::size_t SEGMENT_SIZE = WORD_SIZE == 8 ? 0x20 : 0x10;   // in the file
 
 static const std::size_t PE_HEADER_PLACE = 0x3C;  // 4 bytes, where the header lies
 static const std::size_t PE_MACHINE = 4;          // 2 bytes, behind the start of the header
+static const std::size_t PE_SECTION_COUNT = 6;    // 2 bytes
+static const std::size_t PE_OPTIONAL_SIZE = 20;   // 2 bytes, of what stands ahead of the sections
+static const std::size_t PE_HEADER_SIZE = 24;
+static const std::size_t PE_SECTION_SIZE = 40;  // of a section's entry
+static const std::size_t PE_BYTES_SIZE = 16;    // 4 bytes in it, and their place in the file
 static const std::uint32_t PE_I386 = 0x14C;
 static const std::uint32_t PE_AMD64 = 0x8664;
 
@@ -71,30 +80,67 @@ static bool IsElfComplete(std::ifstream& file) {
     };
     for (const ELF_TABLE& table : {ELF_SECTIONS, ELF_SEGMENTS}) {
         const std::uint64_t size = number(table.size, 2) * number(table.size + 2, 2);
-        if (!IsWithin(number(table.place, WORD), size, end)) {
+        if (!IsWithin(number(table.place, WORD_SIZE), size, end)) {
             return false;
         }
     }
-    const std::uint64_t first = number(ELF_SEGMENTS.place, WORD);
+    const std::uint64_t first = number(ELF_SEGMENTS.place, WORD_SIZE);
     const std::uint64_t size = number(ELF_SEGMENTS.size, 2);
     for (std::uint64_t i = 0; i < number(ELF_SEGMENTS.size + 2, 2); ++i) {
         const std::uint64_t segment = first + i * size;
         if (!IsWithin(
-                number(segment + SEGMENT_PLACE, WORD), number(segment + SEGMENT_SIZE, WORD), end)) {
+                number(segment + SEGMENT_PLACE, WORD_SIZE),
+                number(segment + SEGMENT_SIZE, WORD_SIZE), end)) {
             return false;
         }
     }
     return true;
 }
 
+namespace {
+
+/// What a library was built for, seen from this host.
+struct BUILT_FOR {
+    bool bOwnSystem;
+    std::size_t bits;
+};
+
+}  // namespace
+
+/// `isComplete` is asked of a library that could be loaded.
+template <class Check>
+static LIBRARY_FORMAT Judged(
+    const std::string& text, const BUILT_FOR& built, const Check& isComplete) {
+    if (!built.bOwnSystem) {
+        return {
+            text + ", but this host is " + (IS_WINDOWS ? "a " : "no ") + "Windows program", false};
+    }
+    if (built.bits != HOST_BITS) {
+        return {text + ", but this host is a " + BitsText(HOST_BITS) + "program", false};
+    }
+    return isComplete() ? LIBRARY_FORMAT{text, true}
+                        : LIBRARY_FORMAT{text + ", cut off ahead of its end", false};
+}
+
 static LIBRARY_FORMAT ElfFormat(std::ifstream& file, char elfClass) {
     const std::size_t bits = elfClass == 1 ? 32 : 64;
     const std::string text = BitsText(bits) + "ELF library";
-    if (bits != HOST_BITS) {
-        return {text + ", but this host is a " + BitsText(HOST_BITS) + "program", false};
+    return Judged(text, {!IS_WINDOWS, bits}, [&file] { return IsElfComplete(file); });
+}
+
+static bool IsPeComplete(std::ifstream& file, std::size_t header) {
+    const std::uint64_t end = FileSize(file);
+    const auto number = [&file](std::size_t place, std::size_t size) {
+        return static_cast<std::size_t>(Number(ReadAt(file, place, size)));
+    };
+    const std::size_t first = header + PE_HEADER_SIZE + number(header + PE_OPTIONAL_SIZE, 2);
+    for (std::size_t i = 0; i < number(header + PE_SECTION_COUNT, 2); ++i) {
+        const std::size_t bytes = first + i * PE_SECTION_SIZE + PE_BYTES_SIZE;
+        if (!IsWithin(number(bytes + 4, 4), number(bytes, 4), end)) {
+            return false;
+        }
     }
-    return IsElfComplete(file) ? LIBRARY_FORMAT{text, true}
-                               : LIBRARY_FORMAT{text + ", cut off ahead of its end", false};
+    return true;
 }
 
 static LIBRARY_FORMAT PeFormat(std::ifstream& file) {
@@ -103,14 +149,13 @@ static LIBRARY_FORMAT PeFormat(std::ifstream& file) {
         return {"an old program, no library", false};
     }
     const std::uint64_t machine = Number(ReadAt(file, header + PE_MACHINE, 2));
-    const std::string bits = machine == PE_I386    ? BitsText(32)
-                             : machine == PE_AMD64 ? BitsText(64)
-                                                   : "";
-    return {bits + "Windows library, but this host is no Windows program", false};
+    const std::size_t bits = machine == PE_I386 ? 32 : machine == PE_AMD64 ? 64 : 0;
+    const std::string text = (bits == 0 ? "" : BitsText(bits)) + "Windows library";
+    return Judged(text, {IS_WINDOWS, bits}, [&] { return IsPeComplete(file, header); });
 }
 
 LIBRARY_FORMAT ReadLibraryFormat(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(PathOf(path), std::ios::binary);
     const std::string start = ReadAt(file, 0, ELF_CLASS + 1);
     if (start.size() > ELF_CLASS && start.starts_with("\177ELF")) {
         return ElfFormat(file, start[ELF_CLASS]);
@@ -121,7 +166,7 @@ LIBRARY_FORMAT ReadLibraryFormat(const std::string& path) {
 
 void RequireLoadable(const std::string& path, const std::string& what) {
     std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) {
+    if (!std::filesystem::is_regular_file(PathOf(path), error)) {
         throw HostError(EXIT_NO_MODULE, "there is no " + what + " " + path);
     }
     const LIBRARY_FORMAT format = ReadLibraryFormat(path);

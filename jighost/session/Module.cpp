@@ -10,6 +10,7 @@
 #include "jighost/session/LibraryFormat.h"
 #include "jighost/text/HostError.h"
 #include "platform/LibraryError.h"
+#include "platform/Utf8Path.h"
 
 // The callback has no place for a context: what it collects into stands here while it is in use.
 static std::vector<REGISTERED_OPERATION>* g_pCollected = nullptr;
@@ -21,7 +22,7 @@ static void CollectOperation(
 }
 
 std::string FullModulePath(const std::string& path) {
-    return (path.empty() ? OwnModule() : std::filesystem::absolute(path)).string();
+    return (path.empty() ? OwnModule() : std::filesystem::absolute(PathOf(path))).string();
 }
 
 Module::Module(const std::string& path) : m_Path(FullModulePath(path)), m_Library(nullptr) {
@@ -47,8 +48,10 @@ Module::~Module() {
 
 std::int32_t Module::Register() {
     using REGISTER_PROC = std::int32_t (*)(EVENT_PROC_REGISTER_FUNC);
-    const auto registerList =
-        reinterpret_cast<REGISTER_PROC>(GetProcAddress(m_Library, "RegisterEventProcList"));
+    // By way of the type that stands for any function.
+    const auto anyFunction =
+        reinterpret_cast<void (*)()>(GetProcAddress(m_Library, "RegisterEventProcList"));
+    const auto registerList = reinterpret_cast<REGISTER_PROC>(anyFunction);
     if (registerList == nullptr) {
         throw HostError(EXIT_NO_MODULE, m_Path + " has no RegisterEventProcList");
     }

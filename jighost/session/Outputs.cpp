@@ -4,11 +4,12 @@
 #include <filesystem>
 
 #include "jighost/text/HostError.h"
+#include "platform/Utf8Path.h"
 #include "platform/WholeFile.h"
 
 namespace fs = std::filesystem;
 
-static bool IsSameFile(const std::string& left, const std::string& right) {
+static bool IsSameFile(const fs::path& left, const fs::path& right) {
     std::error_code ignored;
     if (fs::exists(left, ignored) && fs::exists(right, ignored)) {
         return fs::is_regular_file(left, ignored) && fs::equivalent(left, right, ignored);
@@ -18,7 +19,8 @@ static bool IsSameFile(const std::string& left, const std::string& right) {
 }
 
 static void CheckApart(const NAMED_FILE& output, const NAMED_FILE& other) {
-    if (!output.path.empty() && !other.path.empty() && IsSameFile(output.path, other.path)) {
+    if (!output.path.empty() && !other.path.empty() &&
+        IsSameFile(PathOf(output.path), PathOf(other.path))) {
         throw HostError(
             EXIT_WRONG_USE, output.name + " " + output.path + " is the same file as " + other.name);
     }

@@ -39,8 +39,8 @@ static void CheckFiles(const SESSION_OPTIONS& options) {
     inputs.push_back({"the module's log", "JigDll.log"});
     inputs.push_back({"the camera's log", "CameraLog"});
     inputs.push_back({"the installation's file", "BoardInf.ini"});
-    inputs.push_back({"standard output", STANDARD_OUTPUT_PATH});
-    inputs.push_back({"standard error", STANDARD_ERROR_PATH});
+    inputs.push_back({"standard output", StandardFilePath(STANDARD_OUTPUT)});
+    inputs.push_back({"standard error", StandardFilePath(STANDARD_ERROR)});
     CheckOutputs(outputs, inputs);
 }
 

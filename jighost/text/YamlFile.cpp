@@ -8,6 +8,7 @@
 #include "jighost/text/NearestName.h"
 #include "jighost/text/Numbers.h"
 #include "platform/TextFile.h"
+#include "platform/Utf8Path.h"
 
 // Far more than what people write, or than what a body can save.
 static const std::uint64_t LARGEST_FILE = 16'000'000;
@@ -18,7 +19,7 @@ static const std::ptrdiff_t MOST_MARKS = 2'000'000;
 
 static std::string ReadText(const std::string& path) {
     try {
-        return ReadTextFile(path, LARGEST_FILE);
+        return ReadTextFile(PathOf(path), LARGEST_FILE);
     } catch (const std::runtime_error& e) {
         throw HostError(EXIT_WRONG_USE, e.what());
     }

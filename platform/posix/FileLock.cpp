@@ -10,8 +10,8 @@
 #include <system_error>
 
 FileLock::~FileLock() {
-    if (m_nFile != -1) {
-        close(m_nFile);
+    if (m_nHeld != NOTHING) {
+        close(static_cast<int>(m_nHeld));
     }
 }
 
@@ -32,7 +32,7 @@ bool FileLock::Take(const std::string& path) {
         }
         const bool bTaken = flock(nFile, LOCK_EX | LOCK_NB) == 0;
         if (bTaken && IsAt(path, nFile)) {
-            m_nFile = nFile;
+            m_nHeld = nFile;
             return true;
         }
         close(nFile);

@@ -6,26 +6,38 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <system_error>
 
+struct FileReader::STATE {
+    std::string path;
+    int nFile = -1;
+    std::int64_t position = 0;
+};
+
 FileReader::FileReader(const std::string& path)
-    : m_Path(path), m_File(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {}
+    : m_pState(std::make_unique<STATE>(
+          STATE{.path = path, .nFile = open(path.c_str(), O_RDONLY | O_CLOEXEC)})) {}
 
 FileReader::~FileReader() {
     if (IsOpen()) {
-        close(m_File);
+        close(m_pState->nFile);
     }
+}
+
+bool FileReader::IsOpen() const {
+    return m_pState->nFile >= 0;
 }
 
 std::size_t FileReader::Read(std::span<char> block) {
     ssize_t count = 0;
     do {
-        count = read(m_File, block.data(), block.size());
+        count = read(m_pState->nFile, block.data(), block.size());
     } while (count < 0 && errno == EINTR);
     if (count < 0) {
-        throw std::system_error(errno, std::generic_category(), "can't read " + m_Path);
+        throw std::system_error(errno, std::generic_category(), "can't read " + m_pState->path);
     }
-    m_Position += count;
+    m_pState->position += count;
     return static_cast<std::size_t>(count);
 }
 
@@ -33,9 +45,9 @@ std::size_t FileReader::Read(std::span<char> block) {
 bool FileReader::IsReplaced() const {
     struct stat opened = {};
     struct stat named = {};
-    if (fstat(m_File, &opened) != 0 || stat(m_Path.c_str(), &named) != 0) {
+    if (fstat(m_pState->nFile, &opened) != 0 || stat(m_pState->path.c_str(), &named) != 0) {
         return false;  // deleted, with no new one yet
     }
     return opened.st_dev != named.st_dev || opened.st_ino != named.st_ino ||
-           (S_ISREG(opened.st_mode) && opened.st_size < m_Position);
+           (S_ISREG(opened.st_mode) && opened.st_size < m_pState->position);
 }

@@ -1,6 +1,7 @@
 // A child with two pipes.
 #include "platform/Process.h"
 
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/socket.h>
 #include <sys/types.h>
@@ -21,7 +22,8 @@ struct Process::STATE {
 };
 
 static pid_t Spawn(
-    const std::string& program, const std::vector<std::string>& arguments, int childSocket) {
+    const std::string& program, const std::vector<std::string>& arguments, int childSocket,
+    const std::string& errorPath) {
     std::vector<char*> argv = {const_cast<char*>(program.c_str())};
     for (const std::string& argument : arguments) {
         argv.push_back(const_cast<char*>(argument.c_str()));
@@ -31,6 +33,10 @@ static pid_t Spawn(
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, childSocket, STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, childSocket, STDOUT_FILENO);
+    if (!errorPath.empty()) {
+        posix_spawn_file_actions_addopen(
+            &actions, STDERR_FILENO, errorPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
+    }
     // Shells have programs in their background ignore Ctrl-C, and these would pass that on.
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
@@ -46,14 +52,16 @@ static pid_t Spawn(
     return error == 0 ? pid : -1;
 }
 
-Process::Process(const std::string& program, const std::vector<std::string>& arguments)
+Process::Process(
+    const std::string& program, const std::vector<std::string>& arguments,
+    const std::string& errorPath)
     : m_pState(std::make_unique<STATE>()) {
     int sockets[2] = {-1, -1};
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets) != 0) {
         throw std::runtime_error("no socket for " + program);
     }
     m_pState->socket = sockets[0];
-    m_pState->pid = Spawn(program, arguments, sockets[1]);
+    m_pState->pid = Spawn(program, arguments, sockets[1], errorPath);
     close(sockets[1]);
     if (m_pState->pid == -1) {
         close(m_pState->socket);
@@ -94,12 +102,6 @@ std::optional<std::string> Process::ReadLine() {
     std::string line = unread.substr(0, end);
     unread.erase(0, end + 1);
     return line;
-}
-
-void Process::Interrupt() {
-    if (!m_pState->exitCode) {
-        kill(m_pState->pid, SIGINT);
-    }
 }
 
 int Process::Id() const {

@@ -42,3 +42,7 @@ std::size_t TerminalWidth(int nFile) {
     winsize size = {};
     return ioctl(nFile, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
+
+std::string StandardFilePath(int nFile) {
+    return nFile == STANDARD_OUTPUT ? "/dev/stdout" : "/dev/stderr";
+}

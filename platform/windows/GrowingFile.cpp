@@ -9,8 +9,8 @@
 int GrowingFile::Create(const std::filesystem::path& path) {
     Close();
     LookForLimit();
-    return _sopen_s(
-        &m_nFile, path.string().c_str(),
+    return _wsopen_s(
+        &m_nFile, path.c_str(),
         _O_WRONLY | _O_CREAT | _O_EXCL | _O_APPEND | _O_BINARY | _O_NOINHERIT, _SH_DENYNO,
         _S_IREAD | _S_IWRITE);
 }

@@ -1,12 +1,14 @@
-// A child with two pipes.
+// A child with two pipes, which ends with this process at the latest.
 #include "platform/Process.h"
 
+#include <algorithm>
 #include <stdexcept>
 
-#include "platform/Platform.h"
+#include "platform/windows/WideText.h"
 
 struct Process::STATE {
     HANDLE hProcess = nullptr;
+    HANDLE hJob = nullptr;    // of it and what it starts, all of which end when it is closed
     HANDLE hInput = nullptr;  // the ends of the pipes that stay here
     HANDLE hOutput = nullptr;
     std::string unread;
@@ -28,43 +30,83 @@ struct PIPE {
     HANDLE hWrite = nullptr;
 };
 
-/// Neither text holds a quotation mark or ends in a backslash.
+/// Quoted so that the child's run-time library finds the argument in it: backslashes count double
+/// ahead of a quotation mark, and nowhere else.
+std::string Quoted(const std::string& argument) {
+    std::string text = "\"";
+    std::size_t backslashes = 0;
+    for (const char character : argument) {
+        text.append(character == '"' ? backslashes + 1 : 0, '\\');
+        text += character;
+        backslashes = character == '\\' ? backslashes + 1 : 0;
+    }
+    return text.append(backslashes, '\\') + '"';
+}
+
 std::string CommandLine(const std::string& program, const std::vector<std::string>& arguments) {
-    std::string line = "\"" + program + "\"";
+    std::string line = Quoted(program);
     for (const std::string& argument : arguments) {
-        line += " \"" + argument + "\"";
+        line += ' ' + Quoted(argument);
     }
     return line;
 }
 
+/// A new file that a child inherits; without a path, what is standard error here.
+HANDLE OpenErrors(const std::string& path) {
+    if (path.empty()) {
+        return GetStdHandle(STD_ERROR_HANDLE);
+    }
+    SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+    return CreateFileW(
+        WideText(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
+        CREATE_ALWAYS, 0, nullptr);
+}
+
+HANDLE NewJob() {
+    const HANDLE hJob = CreateJobObjectW(nullptr, nullptr);
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    SetInformationJobObject(hJob, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+    return hJob;
+}
+
 }  // namespace
 
-Process::Process(const std::string& program, const std::vector<std::string>& arguments)
+Process::Process(
+    const std::string& program, const std::vector<std::string>& arguments,
+    const std::string& errorPath)
     : m_pState(std::make_unique<STATE>()) {
     const PIPE input(true);
     const PIPE output(false);
+    const HANDLE hErrors = OpenErrors(errorPath);
     m_pState->hInput = input.hWrite;
     m_pState->hOutput = output.hRead;
-    STARTUPINFOA startup{};
+    STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdInput = input.hRead;
     startup.hStdOutput = output.hWrite;
-    startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
+    startup.hStdError = hErrors;
     PROCESS_INFORMATION process{};
-    std::string line = CommandLine(program, arguments);
-    const BOOL bStarted = CreateProcessA(
-        program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-        &process);
+    std::wstring line = WideText(CommandLine(program, arguments));
+    const BOOL bStarted = CreateProcessW(
+        WideText(program).c_str(), line.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED, nullptr,
+        nullptr, &startup, &process);
     CloseHandle(input.hRead);
     CloseHandle(output.hWrite);
+    if (!errorPath.empty()) {
+        CloseHandle(hErrors);
+    }
     if (bStarted == FALSE) {
         CloseHandle(input.hWrite);
         CloseHandle(output.hRead);
         throw std::runtime_error(program + " does not start");
     }
-    CloseHandle(process.hThread);
     m_pState->hProcess = process.hProcess;
+    m_pState->hJob = NewJob();
+    AssignProcessToJobObject(m_pState->hJob, process.hProcess);
+    ResumeThread(process.hThread);
+    CloseHandle(process.hThread);
 }
 
 Process::~Process() {
@@ -72,6 +114,7 @@ Process::~Process() {
     CloseInput();
     CloseHandle(m_pState->hOutput);
     CloseHandle(m_pState->hProcess);
+    CloseHandle(m_pState->hJob);
 }
 
 void Process::WriteLine(const std::string& line) {
@@ -112,7 +155,7 @@ int Process::Id() const {
 }
 
 void Process::Kill() {
-    TerminateProcess(m_pState->hProcess, static_cast<UINT>(-1));
+    End();
     Wait();
 }
 
@@ -124,7 +167,7 @@ int Process::Wait() {
 }
 
 void Process::End() {
-    TerminateProcess(m_pState->hProcess, static_cast<UINT>(-1));
+    TerminateJobObject(m_pState->hJob, static_cast<UINT>(-1));
 }
 
 std::string Process::EndText() {

@@ -5,22 +5,22 @@ namespace fs = std::filesystem;
 
 fs::path LibraryFileOf(const void* pAddress) {
     HMODULE library = nullptr;
-    char szPath[MAX_PATH] = {};
+    wchar_t szPath[32768] = {};  // as long as a path may be
     const bool bTold =
-        GetModuleHandleExA(
+        GetModuleHandleExW(
             GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-            static_cast<const char*>(pAddress), &library) != 0 &&
-        GetModuleFileNameA(library, szPath, MAX_PATH) < MAX_PATH;
+            static_cast<const wchar_t*>(pAddress), &library) != 0 &&
+        GetModuleFileNameW(library, szPath, std::size(szPath)) < std::size(szPath);
     return bTold ? fs::path(szPath) : fs::path();
 }
 
 HMODULE LoadedLibrary(const fs::path& file) {
-    return GetModuleHandleA(file.string().c_str());
+    return GetModuleHandleW(file.c_str());
 }
 
 // A library's calls of what it defines always stay within it.
 HMODULE LoadBesideNamesake(const fs::path& file, const char* /*pszName*/) {
-    return LoadLibraryExA(file.string().c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    return LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
 std::string MachineName() {

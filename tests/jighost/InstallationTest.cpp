@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "tests/support/Support.h"
-#include "tests/support/SupportJighost.h"
+#include "tests/support/posix/Shell.h"
 
 using testing::HasSubstr;
 using testing::Not;

@@ -1,18 +1,17 @@
-// A module that does what the environment's BAD_MODULE says: "crash" or "hang" when it is loaded,
+// A module that does what the file harm.txt says: "crash" or "hang" when it is loaded,
 // "exit" when it registers; with "leave" it registers as the module beside it does, and ends the
 // program when it is unloaded; else it registers two operations in a way that is not theirs.
-#include <dlfcn.h>
-
 #include <cstdlib>
-#include <cstring>
-#include <filesystem>
+#include <fstream>
+#include <string>
 
 #include "frame/Registration.h"
 #include "platform/Export.h"
+#include "platform/Program.h"
 
-static bool IsAsked(const char* pszHarm) {
-    const char* pszAsked = std::getenv("BAD_MODULE");
-    return pszAsked != nullptr && std::strcmp(pszAsked, pszHarm) == 0;
+static bool IsAsked(const std::string& harm) {
+    std::string asked;
+    return std::ifstream("harm.txt") >> asked && asked == harm;
 }
 
 namespace {
@@ -43,12 +42,10 @@ extern "C" MODULE_API std::int32_t RegisterEventProcList(EVENT_PROC_REGISTER_FUN
         std::_Exit(0);
     }
     if (IsAsked("leave")) {
-        Dl_info own{};
-        dladdr(&s_Module, &own);
-        const std::filesystem::path file(own.dli_fname);
-        void* pSound = dlopen((file.parent_path() / MODULE_FILE).c_str(), RTLD_NOW);
-        return reinterpret_cast<decltype(&RegisterEventProcList)>(
-            dlsym(pSound, "RegisterEventProcList"))(callback);
+        const std::string sound = (ProgramFolder() / MODULE_FILE_NAME).string();
+        const auto pRegister = reinterpret_cast<void (*)()>(
+            GetProcAddress(LoadLibraryA(sound.c_str()), "RegisterEventProcList"));
+        return reinterpret_cast<decltype(&RegisterEventProcList)>(pRegister)(callback);
     }
     std::int32_t size = 4;
     std::int32_t direction = EVENT_PROC_OUT;
@@ -64,6 +61,6 @@ extern "C" MODULE_API std::int32_t GetEventProcList(void* /*pTable*/) {
 }
 
 MODULE_EXPORT_AS(RegisterInitializeFuncList, "_RegisterInitializeFuncList@4");
-extern "C" MODULE_API_RENAMED std::int32_t RegisterInitializeFuncList(void* /*pUnused*/) {
+extern "C" MODULE_API_RENAMED std::int32_t WINAPI RegisterInitializeFuncList(void* /*pUnused*/) {
     return 0;
 }

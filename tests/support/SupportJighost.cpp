@@ -1,33 +1,59 @@
-// The shell gives the program the standard files that a test asks for.
+// The program run, with its standard error in a file.
 #include "tests/support/SupportJighost.h"
 
-#include <fcntl.h>
-#include <poll.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <iterator>
+#include <sstream>
+#include <string>
+
+#include "platform/Program.h"
 
 std::string JighostFile() {
-    return (BuildFolder() / "jighost").string();
+    return (BuildFolder() / (IS_WINDOWS ? "jighost.exe" : "jighost")).string();
 }
 
-JIGHOST_RUN RunShell(const std::string& script, const std::vector<std::string>& arguments) {
-    static const char ERRORS_FILE[] = "errors.txt";
-    // A process has the standard error of the tests: the shell gives it another one.
-    std::vector<std::string> command = {
-        "-c", std::string("exec 2>") + ERRORS_FILE + "\n" + script, JighostFile()};
-    command.insert(command.end(), arguments.begin(), arguments.end());
-    Process shell("/bin/sh", command);
+/// What is left of a run until its end.
+static JIGHOST_RUN Rest(Process& process, const std::string& errorPath) {
     JIGHOST_RUN run;
-    while (const auto line = shell.ReadLine()) {
+    while (const auto line = process.ReadLine()) {
         run.output += *line + '\n';
     }
-    run.exitCode = shell.Wait();
-    run.errors = ReadFile(ERRORS_FILE);
+    run.exitCode = process.Wait();
+    run.errors = ReadFile(errorPath);
+    std::erase(run.errors, '\r');
     return run;
 }
 
+JIGHOST_RUN RunProgram(const std::string& program, const std::vector<std::string>& arguments) {
+    static const char ERRORS_FILE[] = "errors.txt";
+    Process process(program, arguments, ERRORS_FILE);
+    return Rest(process, ERRORS_FILE);
+}
+
 JIGHOST_RUN RunJighost(const std::vector<std::string>& arguments) {
-    return RunShell("exec \"$0\" \"$@\"", arguments);
+    return RunProgram(JighostFile(), arguments);
+}
+
+static std::vector<std::string> Words(const std::string& line) {
+    std::istringstream words(line);
+    return {std::istream_iterator<std::string>(words), {}};
+}
+
+JIGHOST_RUN RunLine(const std::string& line) {
+    return RunJighost(Words(line));
+}
+
+std::vector<JIGHOST_RUN> RunAtOnce(const std::vector<std::string>& lines) {
+    const auto errorPath = [](std::size_t i) { return "errors-" + std::to_string(i) + ".txt"; };
+    std::vector<std::unique_ptr<Process>> processes;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        processes.push_back(
+            std::make_unique<Process>(JighostFile(), Words(lines[i]), errorPath(i)));
+    }
+    std::vector<JIGHOST_RUN> runs;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        runs.push_back(Rest(*processes[i], errorPath(i)));
+    }
+    return runs;
 }
 
 JighostTest::JighostTest() {
@@ -42,30 +68,4 @@ JIGHOST_RUN JighostTest::RunSequence(const std::string& text, std::vector<std::s
     WriteFile("sequence.yaml", "format: 1\n" + text);
     arguments.insert(arguments.begin(), {"sequence", "sequence.yaml"});
     return RunJighost(arguments);
-}
-
-NamedPipe::NamedPipe(const std::string& path) {
-    EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
-    m_nPipe = open(path.c_str(), O_RDONLY | O_NONBLOCK);
-    EXPECT_EQ(fcntl(m_nPipe, F_SETPIPE_SZ, 4096), 4096);
-}
-
-NamedPipe::~NamedPipe() {
-    close(m_nPipe);
-}
-
-std::string NamedPipe::ReadUntil(const std::string& text) const {
-    std::string all;
-    char chunk[512];
-    pollfd waiting = {m_nPipe, POLLIN, 0};
-    while (all.find(text) == std::string::npos) {
-        const ssize_t count =
-            poll(&waiting, 1, 60'000) == 1 ? read(m_nPipe, chunk, sizeof(chunk)) : -1;
-        if (count <= 0) {
-            ADD_FAILURE() << text << " has not come in\n" << all;
-            break;
-        }
-        all.append(chunk, static_cast<std::size_t>(count));
-    }
-    return all;
 }

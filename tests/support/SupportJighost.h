@@ -18,11 +18,19 @@ struct JIGHOST_RUN {
     std::string errors;  ///< standard error
 };
 
-/// Runs it in the current directory to its end; the file errors.txt there is its standard error.
+/// Runs a program in the current directory to its end; the file errors.txt there is its standard
+/// error.
+JIGHOST_RUN RunProgram(const std::string& program, const std::vector<std::string>& arguments);
 JIGHOST_RUN RunJighost(const std::vector<std::string>& arguments);
 
-/// The same for a shell's script, in which "$0" is jighost.
-JIGHOST_RUN RunShell(const std::string& script, const std::vector<std::string>& arguments = {});
+/// The same by the words of a line, none of which holds a blank.
+JIGHOST_RUN RunLine(const std::string& line);
+
+/// Starts such runs at one moment and waits for all of them.
+std::vector<JIGHOST_RUN> RunAtOnce(const std::vector<std::string>& lines);
+
+/// Puts a pipe there, or a folder on a system whose pipes have no path.
+void MakeIrregular(const std::string& path);
 
 /// In a fresh folder with the file of a new body, whose owner is "Line 4".
 class JighostTest : public testing::Test {
@@ -42,18 +50,3 @@ class JighostTest : public testing::Test {
 // Steps of a sequence.
 inline const std::string SET_OWNER = "  - {operation: SetOwnerName, record: {OwnerName: Desk}}\n";
 inline const std::string SAVE_OWNER = "  - operation: SaveOwnerName\n";
-
-/// A named pipe in a file's place: who writes it waits while it is full.
-class NamedPipe {
-  public:
-    explicit NamedPipe(const std::string& path);
-    ~NamedPipe();
-    NamedPipe(const NamedPipe&) = delete;
-    NamedPipe& operator=(const NamedPipe&) = delete;
-
-    /// Reads until the text has come, and gives all that came; fails the test if it does not.
-    std::string ReadUntil(const std::string& text) const;
-
-  private:
-    int m_nPipe = -1;
-};

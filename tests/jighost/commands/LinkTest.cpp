@@ -1,6 +1,5 @@
 // jighost --link: another camera link in the simulated body's place.
-#include <sys/stat.h>
-
+#include "platform/Program.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportJighost.h"
 #include "tests/support/SupportLink.h"
@@ -10,6 +9,8 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 namespace {
+
+const std::string LIBRARY_KIND = IS_WINDOWS ? "Windows library" : "ELF library";
 
 JIGHOST_RUN RunOnLink(const std::filesystem::path& link, std::vector<std::string> arguments) {
     arguments.insert(arguments.end(), {"--link", link.string()});
@@ -39,12 +40,12 @@ TEST(JighostLinkTest, EveryCommandWorksOnTheOtherLink) {
 
 TEST(JighostLinkTest, WhatIsNoOtherLinkIsRefused) {
     const FreshFolder folder;
-    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    MakeIrregular("pipe");
     WriteFile("cut.so", ReadFile(LinkFile("second_link")).substr(0, 20'000));
     const std::pair<std::filesystem::path, std::string> wrong[] = {
         {"none.so", "there is no camera link none.so"},
         {"pipe", "there is no camera link pipe"},
-        {"cut.so", "can't load cut.so: 64-bit ELF library, cut off ahead of its end"},
+        {"cut.so", "-bit " + LIBRARY_KIND + ", cut off ahead of its end"},
         {BuildFolder() / BODYLNK_FILE, "is no other camera link"},
         {BuildFolder() / MODULE_FILE, "is no camera link: it lacks "},
     };

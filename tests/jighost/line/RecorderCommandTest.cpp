@@ -123,14 +123,16 @@ TEST_F(RecorderCommandTest, NothingIsInstalledWhereItDoesNotFit) {
     ExpectRefused(3, lacking);
     fs::remove(link);
     m_Before = Content();
-    ExpectRefused(2, "libBODYLNK.so");
+    ExpectRefused(2, LINK_FILE_NAME);
     fs::copy_file(LinkFile("second_link"), link);
-    fs::rename(module, "module");
-    fs::create_symlink(fs::absolute("module"), module);
-    m_Before = Content();
-    ExpectRefused(2, "a link to one");
-    fs::remove(module);
-    fs::rename("module", module);
+    if (!IS_WINDOWS) {
+        fs::rename(module, "module");
+        fs::create_symlink(fs::absolute("module"), module);
+        m_Before = Content();
+        ExpectRefused(2, "a link to one");
+        fs::remove(module);
+        fs::rename("module", module);
+    }
     WriteFile("line/recorder.ini", "of somebody else");
     m_Before = Content();
     ExpectRefused(2, "recorder.ini already");

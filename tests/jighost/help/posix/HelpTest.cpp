@@ -1,9 +1,9 @@
-// What jighost tells of itself: its version, its completions in the shells themselves, its manual
-// pages as the formatter shows them.
+// What jighost tells of itself: its completions in the shells themselves, its manual pages as the
+// formatter shows them.
 #include "jighost/help/Completion.h"
 #include "jighost/help/ManualPage.h"
 #include "tests/support/Support.h"
-#include "tests/support/SupportJighost.h"
+#include "tests/support/posix/Shell.h"
 
 using testing::ContainsRegex;
 using testing::HasSubstr;
@@ -18,16 +18,6 @@ static std::string Printed(const std::string& shell, const std::string& command)
         output += *line + '\n';
     }
     return output;
-}
-
-TEST(JighostVersionTest, VersionCommitAndBuildAreTold) {
-    const FreshFolder folder;
-    const JIGHOST_RUN run = RunJighost({"--version"});
-    EXPECT_EQ(run.exitCode, 0);
-    EXPECT_THAT(
-        run.output, MatchesRegex("jighost [0-9]+\\.[0-9]+\\.[0-9]+\n"
-                                 "commit (unknown|[-.0-9a-z]*[0-9a-f]{10}(-dirty)?)\n"
-                                 "build [A-Za-z]+, .*, (32|64) bits\n"));
 }
 
 // --- Completions ---

@@ -9,7 +9,7 @@
 #include <set>
 
 #include "tests/support/Support.h"
-#include "tests/support/SupportJighost.h"
+#include "tests/support/posix/Shell.h"
 
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -62,6 +62,16 @@ TEST_F(JighostTest, SignalEndsTheSequenceBehindTheStepWithAllWritten) {
         EXPECT_THAT(record["steps"][2]["log"].back().get<std::string>(), HasSubstr("Data - 0"));
         EXPECT_THAT(Owner(), StartsWith("OwnerName = \"Desk\"\n"));
     }
+}
+
+TEST_F(JighostTest, InterruptEndsTheFollowingOfALogWithItsSummary) {
+    WriteFile("JigDll.log", "[FUNC] First\n[FUNC] First - 1\n");
+    Process jighost(JighostFile(), {"log", "--follow"});
+    EXPECT_THAT(jighost.ReadLine().value_or(""), HasSubstr("First"));
+    EXPECT_EQ(kill(jighost.Id(), SIGINT), 0);
+    EXPECT_EQ(jighost.ReadLine(), "");
+    EXPECT_EQ(jighost.ReadLine(), "1 operations, 1 failed");
+    EXPECT_EQ(jighost.Wait(), 130);
 }
 
 TEST_F(JighostTest, KilledSequenceLeavesTheRecordOfEachStepThatEnded) {

@@ -1,0 +1,70 @@
+// Where a run may write by links, to devices and by a shell, and what becomes of its other results
+// when it can't.
+#include <filesystem>
+
+#include "tests/support/posix/Shell.h"
+
+using testing::EndsWith;
+using testing::HasSubstr;
+
+namespace {
+
+TEST_F(JighostTest, OutputThatIsAnotherFileByALinkOrByTheShellIsRefused) {
+    WriteFile("sequence.yaml", "format: 1\nsteps:\n" + SET_OWNER + SAVE_OWNER);
+    std::filesystem::create_symlink("sequence.yaml", "link");
+    std::filesystem::create_symlink("new.json", "dangling");
+    const std::pair<std::string, std::string> wrong[] = {
+        {"--record ./link", "--record ./link is the same file as the sequence"},
+        {"--trace link", "--trace link is the same file as the sequence"},
+        {"--record new.json --trace dangling", "--trace dangling is the same file as --record"},
+        {"--record out.txt >out.txt", "is the same file as standard output"},
+        {"--trace /dev/full", "can't write the trace /dev/full: No space left"},
+    };
+    for (const auto& [options, message] : wrong) {
+        const JIGHOST_RUN run =
+            RunShell("\"$0\" sequence sequence.yaml --body body.yaml " + options);
+        EXPECT_EQ(run.exitCode, 2) << options;
+        EXPECT_THAT(run.errors, HasSubstr(message));
+        EXPECT_THAT(Owner(), HasSubstr("Line 4"));
+        EXPECT_FALSE(std::filesystem::exists("new.json"));
+    }
+    // What it was and not what it is called counts, and a device may take everything.
+    EXPECT_EQ(
+        RunShell(
+            "\"$0\" sequence sequence.yaml --record /dev/stdout --trace /dev/null --json | cat")
+            .exitCode,
+        0);
+}
+
+TEST_F(JighostTest, ResultThatCannotBeWrittenKeepsNoOtherOneBack) {
+    WriteFile("sequence.yaml", "format: 1\nsteps:\n" + SET_OWNER + SAVE_OWNER);
+    const JIGHOST_RUN device =
+        RunJighost({"sequence", "sequence.yaml", "--record", "/dev/full", "--body", "body.yaml"});
+    EXPECT_EQ(device.exitCode, 1);
+    EXPECT_THAT(device.output, HasSubstr("2 of 2 steps run, 0 not as expected"));
+    EXPECT_THAT(device.errors, HasSubstr("can't write /dev/full: No space left on device"));
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+    EXPECT_THAT(Owner(), HasSubstr("Desk"));
+
+    // A disk with room for the record's start and no more: the body and the trace do not fit.
+    const JIGHOST_RUN full = RunShell(
+        "ulimit -f 3\n\"$0\" sequence sequence.yaml --body body.yaml "
+        "--trace trace.jsonl --record run.json --json");
+    EXPECT_EQ(full.exitCode, 0) << "nothing is saved that was not so before\n" << full.errors;
+    std::filesystem::remove("JigDll.log");
+    WriteFile(
+        "sequence.yaml", "format: 1\nfolder: .\nsteps:\n  - operation: ClearOwnerName\n" +
+                             SAVE_OWNER + "  - operation: LoadPropertyData\n");
+    const JIGHOST_RUN fuller = RunShell(
+        "ulimit -f 3\n\"$0\" sequence sequence.yaml --body body.yaml "
+        "--trace trace.jsonl --record run.json --json");
+    EXPECT_EQ(fuller.exitCode, 1);
+    EXPECT_THAT(fuller.output, EndsWith("\n}\n"));
+    for (const std::string file : {"body.yaml", "the whole trace trace.jsonl", "run.json"}) {
+        EXPECT_THAT(fuller.errors, HasSubstr("jighost: can't write " + file + ": File too large"));
+    }
+    EXPECT_THAT(fuller.errors, HasSubstr("step 3, LoadPropertyData: expected success"));
+    EXPECT_THAT(Owner(), HasSubstr("Desk"));
+}
+
+}  // namespace
