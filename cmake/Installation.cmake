@@ -14,6 +14,7 @@ install(FILES share/BoardInf.ini DESTINATION ${SHARE_FOLDER})
 install(DIRECTORY sequences DESTINATION ${SHARE_FOLDER})
 install(FILES README.md share/copyright DESTINATION share/doc/tunebench)
 install(DIRECTORY docs DESTINATION share/doc/tunebench)
+install_sdk(${SHARE_FOLDER}/sdk)
 
 # What jighost writes of itself.
 set(WRITTEN ${PROJECT_BINARY_DIR}/written)

@@ -41,7 +41,7 @@ class Layers:
         self.stands_on = rules["stands_on"]
         self.features = tuple(rules["features"]["folders"])
         self.neighbours = rules["features"]["neighbours"]
-        self.system = rules["system"]["folder"]
+        self.system = tuple(rules["system"]["folders"])
         self.used = set()
         self.reach = {}
         for layer in graphlib.TopologicalSorter(self.stands_on).static_order():
@@ -65,7 +65,8 @@ class Layers:
         if not path.startswith(self.system):
             for line, code in enumerate(text.splitlines(), start=1):
                 if SYSTEM_QUESTION.match(code):
-                    yield line, f"asks for the system, which only {self.system} may"
+                    yield line, ("asks for the system, which only " + " and ".join(self.system) +
+                                 " may")
 
     def wrong_include(self, path, in_quotes, name):
         """What is wrong with one include, or none."""

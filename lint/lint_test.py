@@ -19,7 +19,7 @@ folders = ["red/", "blue/"]
 [features.neighbours."red/One.cpp"]
 "blue/Two.h" = "it has one"
 [system]
-folder = "base/"
+folders = ["base/"]
 """
 
 # A tree in which all is well: each form of include that is allowed, and no rule without a use.

@@ -1,8 +1,13 @@
-// What a library shows to others. BODYLNK_BUILD is defined while BODYLNK itself is compiled.
+// What a library shows to others. BODYLNK_BUILD is defined while BODYLNK itself is compiled,
+// MODULE_IMPORT in what is linked with the module's import library.
 #pragma once
 
 #ifdef _WIN32
+#ifdef MODULE_IMPORT
+#define MODULE_API __declspec(dllimport)
+#else
 #define MODULE_API __declspec(dllexport)
+#endif
 #ifdef BODYLNK_BUILD
 #define BODYLNK_API __declspec(dllexport)
 #else
