@@ -1,5 +1,19 @@
 # What the module needs on Windows: its export table, a check of the linked library, and what an
 # integrator takes (cpack): what goes beside the host into line/, what hosts are built from into sdk/.
+
+# Gives a library the module's export whose name the compiler would not give it.
+function(export_module_names LIBRARY)
+    if(NOT MSVC)
+        target_sources(${LIBRARY} PRIVATE ${PROJECT_SOURCE_DIR}/module/Exports.${ARCHITECTURE}.def)
+    elseif(ARCHITECTURE STREQUAL x86)
+        # The decorated name is the one to export.
+        target_link_options(${LIBRARY} PRIVATE /EXPORT:_RegisterInitializeFuncList@4)
+    else()
+        target_link_options(${LIBRARY} PRIVATE
+            /EXPORT:_RegisterInitializeFuncList@4=RegisterInitializeFuncList)
+    endif()
+endfunction()
+
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
     set(ARCHITECTURE x86)
     set(GCC_RUNTIME libstdc++-6.dll libgcc_s_dw2-1.dll libwinpthread-1.dll)
@@ -11,16 +25,9 @@ endif()
 if(MSVC)
     set(EXPORTS ${PROJECT_SOURCE_DIR}/cmake/WindowsExports.msvc-${ARCHITECTURE}.txt)
     set(RUNTIME_DLLS MSVCP140.dll VCRUNTIME140.dll VCRUNTIME140_1.dll)
-    # On x86 the decorated name is the one to export; 64-bit names are not decorated.
-    set(SYMBOL _RegisterInitializeFuncList@4)
-    if(ARCHITECTURE STREQUAL x64)
-        string(APPEND SYMBOL =RegisterInitializeFuncList)
-    endif()
-    target_link_options(TuneBench PRIVATE /EXPORT:${SYMBOL})
 else()
     set(EXPORTS ${PROJECT_SOURCE_DIR}/cmake/WindowsExports.txt)
     set(RUNTIME_DLLS ${GCC_RUNTIME} msvcrt.dll)
-    target_sources(TuneBench PRIVATE ${PROJECT_SOURCE_DIR}/module/Exports.${ARCHITECTURE}.def)
     add_resources(TuneBench "Factory functions of the T460")
     # The C++ run-time library, one for all modules, so that an exception passes from one to
     # another. It lies beside them, as it does at the host. Nearly all of it are symbols for debuggers.
@@ -36,6 +43,8 @@ else()
     install(FILES /usr/share/doc/mingw-w64-common/copyright DESTINATION licences
         RENAME mingw-w64.txt)
 endif()
+
+export_module_names(TuneBench)
 
 # Microsoft's own tools have dumpbin in place of objdump.
 if(NOT CMAKE_OBJDUMP)

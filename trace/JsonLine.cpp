@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 
 #include "trace/Base64.h"
 #include "trace/Hex.h"
@@ -67,37 +66,37 @@ static void AppendNumber(std::string& out, std::int64_t number) {
     out.append(szNumber, pEnd);
 }
 
-void JsonLine::Add(const char* pszKey, std::string_view text) {
-    AddKey(pszKey);
+void JsonLine::Add(std::string_view key, std::string_view text) {
+    AddKey(key);
     AppendQuoted(m_Text, text);
 }
 
-void JsonLine::Add(const char* pszKey, std::int64_t number) {
-    AddKey(pszKey);
+void JsonLine::Add(std::string_view key, std::int64_t number) {
+    AddKey(key);
     AppendNumber(m_Text, number);
 }
 
-void JsonLine::Add(const char* pszKey, std::chrono::nanoseconds time) {
+void JsonLine::Add(std::string_view key, std::chrono::nanoseconds time) {
     const std::int64_t million = 1'000'000;
-    AddKey(pszKey);
+    AddKey(key);
     AppendNumber(m_Text, time.count() / million);
     const std::size_t point = m_Text.size();
     AppendNumber(m_Text, million + time.count() % million);
     m_Text[point] = '.';  // in place of the million's digit, which keeps the zeros
 }
 
-void JsonLine::Add(const char* pszKey, bool flag) {
-    AddKey(pszKey);
+void JsonLine::Add(std::string_view key, bool flag) {
+    AddKey(key);
     m_Text += flag ? "true" : "false";
 }
 
-void JsonLine::AddNull(const char* pszKey) {
-    AddKey(pszKey);
+void JsonLine::AddNull(std::string_view key) {
+    AddKey(key);
     m_Text += "null";
 }
 
-void JsonLine::AddBytes(const char* pszKey, std::span<const std::uint8_t> bytes) {
-    AddKey(pszKey);
+void JsonLine::AddBytes(std::string_view key, std::span<const std::uint8_t> bytes) {
+    AddKey(key);
     m_Text += '"';
     if (bytes.size() > HEX_LIMIT) {
         m_Text += BASE64;
@@ -108,22 +107,25 @@ void JsonLine::AddBytes(const char* pszKey, std::span<const std::uint8_t> bytes)
     m_Text += '"';
 }
 
-void JsonLine::BeginObject(const char* pszKey) {
-    AddKey(pszKey);
+void JsonLine::BeginObject(std::string_view key) {
+    AddKey(key);
     m_Text += '{';
 }
 
-void JsonLine::AddKey(const char* pszKey) {
-    const std::size_t length = std::strlen(pszKey);
+void JsonLine::AddKey(std::string_view key) {
     const bool bFirst = m_Text.back() == '{';
     const std::size_t start = m_Text.size();
-    m_Text.resize(start + length + (bFirst ? 3 : 4));
-    char* pOut = m_Text.data() + start;
-    if (!bFirst) {
-        *pOut++ = ',';
-    }
-    *pOut++ = '"';
-    pOut = std::copy_n(pszKey, length, pOut);
-    *pOut++ = '"';
-    *pOut = ':';
+    const std::size_t size = start + key.size() + (bFirst ? 3 : 4);
+    // One step in place of four, and none that clears it first: a line consists of keys mostly.
+    m_Text.resize_and_overwrite(size, [&](char* pText, std::size_t /*size*/) {
+        char* pOut = pText + start;
+        if (!bFirst) {
+            *pOut++ = ',';
+        }
+        *pOut++ = '"';
+        pOut = std::copy_n(key.data(), key.size(), pOut);
+        *pOut++ = '"';
+        *pOut = ':';
+        return size;
+    });
 }

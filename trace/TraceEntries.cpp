@@ -9,8 +9,8 @@
 using Link::FAILURE;
 
 template <class Number>
-static void AddOptional(JsonLine& line, const char* pszKey, const std::optional<Number>& number) {
-    number ? line.Add(pszKey, std::int64_t{*number}) : line.AddNull(pszKey);
+static void AddOptional(JsonLine& line, std::string_view key, const std::optional<Number>& number) {
+    number ? line.Add(key, std::int64_t{*number}) : line.AddNull(key);
 }
 
 static void AddRecord(JsonLine& line, const TraceEntry::Record& record) {
