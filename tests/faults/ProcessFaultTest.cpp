@@ -1,5 +1,4 @@
 // Other processes are killed at any moment of using a block, or use it at the same time.
-#include <sys/shm.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -8,15 +7,12 @@
 #include <deque>
 #include <fstream>
 #include <iostream>
-#include <optional>
 #include <random>
-#include <set>
 
 #include "link/SharedMemory.h"
 #include "tests/support/Driver.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportBlocks.h"
-#include "tests/support/SupportProcess.h"
 
 namespace {
 
@@ -158,58 +154,6 @@ TEST_F(ProcessFaultTest, ForkedChildTakesNothingFromItsParent) {
     UnmapViewOfFile(held.pView);
     EXPECT_NE(CloseHandle(held.hBlock), FALSE);
     EXPECT_NE(CloseHandle(held.hMutex), FALSE);
-}
-
-/// The keys of all sets of semaphores that the system has. The key is the first column.
-std::set<key_t> Keys() {
-    std::ifstream table("/proc/sysvipc/sem");
-    std::set<key_t> keys;
-    std::string line;
-    for (std::getline(table, line); std::getline(table, line);) {
-        keys.insert(static_cast<key_t>(std::stol(line)));
-    }
-    return keys;
-}
-
-HANDLE OpenLoneBlock() {
-    return CreateFileMappingA(
-        INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, 1, "SHARED_NAME_LONE");
-}
-
-/// The key of its set, and of its segment until that has lost it.
-key_t KeyOfLoneBlock() {
-    const std::set<key_t> before = Keys();
-    const HANDLE hBlock = OpenLoneBlock();
-    std::set<key_t> after = Keys();
-    CloseHandle(hBlock);
-    std::erase_if(after, [&](key_t key) { return before.contains(key); });
-    EXPECT_EQ(after.size(), 1U);
-    return after.empty() ? 0 : *after.begin();
-}
-
-TEST_F(ProcessFaultTest, ForeignSegmentInABlocksPlaceStays) {
-    const key_t key = KeyOfLoneBlock();
-    const auto expectToStay = [key](int nForeign) {
-        ASSERT_GE(nForeign, 0);
-        EXPECT_EQ(OpenLoneBlock(), nullptr);
-        EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
-        EXPECT_EQ(shmget(key, 0, 0), nForeign);
-        EXPECT_EQ(shmctl(nForeign, IPC_RMID, nullptr), 0);
-    };
-    expectToStay(shmget(key, 100, IPC_CREAT | IPC_EXCL | 0666));
-    if (geteuid() == 0) {
-        std::optional<OrdinaryUser> other(std::in_place);
-        const int nForeign = shmget(key, 100, IPC_CREAT | IPC_EXCL | 0600);
-        other.reset();
-        expectToStay(nForeign);
-    }
-}
-
-TEST_F(ProcessFaultTest, SegmentOfACreatorKilledOnTheWayIsReplaced) {
-    ASSERT_GE(shmget(KeyOfLoneBlock(), 100, IPC_CREAT | IPC_EXCL | 0600), 0);
-    const HANDLE hBlock = OpenLoneBlock();
-    EXPECT_EQ(GetLastError(), ERROR_SUCCESS);
-    EXPECT_NE(CloseHandle(hBlock), FALSE);
 }
 
 TEST_F(ProcessFaultTest, ReaderSeesNoTornContent) {

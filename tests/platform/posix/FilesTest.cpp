@@ -1,0 +1,336 @@
+// What the POSIX layer does beyond the calls of Windows, and where these systems alone can be asked
+// for it: files, libraries, processes, and arguments that no caller should have.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <future>
+#include <system_error>
+
+#include "platform/FileLock.h"
+#include "platform/FileReader.h"
+#include "platform/LibraryError.h"
+#include "platform/Process.h"
+#include "platform/StandardFiles.h"
+#include "platform/TextFile.h"
+#include "platform/WholeFile.h"
+#include "tests/support/FileFaults.h"
+#include "tests/support/Support.h"
+#include "tests/support/SupportProcess.h"
+
+using testing::HasSubstr;
+
+namespace {
+
+const std::string OVERLONG(5000, 'x');
+
+/// The message of what the work throws.
+template <class Work>
+std::string ThrownBy(const Work& work) {
+    try {
+        work();
+        return "nothing";
+    } catch (const std::exception& e) {
+        return e.what();
+    }
+}
+
+class FilesTest : public testing::Test {
+  private:
+    FreshFolder m_Folder;
+};
+
+// --- Files that are read ---
+
+TEST_F(FilesTest, ReaderGoesOnAndTellsWhatBecameOfItsFile) {
+    WriteFile("log", "12345678");
+    FileReader reader("log");
+    ASSERT_TRUE(reader.IsOpen());
+    const auto read = [&reader] {
+        std::array<char, 5> block{};
+        return std::string(block.data(), reader.Read(block));
+    };
+    EXPECT_EQ(read(), "12345");
+    EXPECT_EQ(read(), "678");
+    EXPECT_EQ(read(), "");
+    std::ofstream("log", std::ios::app) << "9";
+    EXPECT_EQ(read(), "9");
+    EXPECT_FALSE(reader.IsReplaced());
+    std::filesystem::resize_file("log", 8);
+    EXPECT_TRUE(reader.IsReplaced()) << "a byte that was read is gone";
+    std::filesystem::remove("log");
+    EXPECT_FALSE(reader.IsReplaced()) << "there is no new one yet";
+    WriteFile("log", "a new one, longer than the former");
+    EXPECT_TRUE(reader.IsReplaced());
+}
+
+TEST_F(FilesTest, ReaderOfNoFileSaysWhy) {
+    EXPECT_FALSE(FileReader("none").IsOpen());
+    EXPECT_EQ(errno, ENOENT);
+    FileReader folder(".");
+    std::array<char, 5> block{};
+    EXPECT_EQ(ThrownBy([&] { folder.Read(block); }), "can't read .: Is a directory");
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    const int nWriter = open("pipe", O_RDWR);
+    FileReader pipe("pipe");
+    EXPECT_EQ(write(nWriter, "text", 4), 4);
+    EXPECT_EQ(pipe.Read(block), 4U);
+    EXPECT_FALSE(pipe.IsReplaced()) << "what was read is no longer in it, and it is the same";
+    close(nWriter);
+}
+
+TEST_F(FilesTest, WholeTextsHaveTheirLimitAndTheirRefusals) {
+    WriteFile("text", "0123456789");
+    EXPECT_EQ(ReadTextFile("text", 10), "0123456789");
+    const auto refusal = [](const char* pszPath) {
+        return ThrownBy([=] { ReadTextFile(pszPath, 9); });
+    };
+    EXPECT_EQ(refusal("text"), "can't read text: expected at most 9 bytes");
+    EXPECT_EQ(refusal("none"), "can't read none: No such file or directory");
+    EXPECT_EQ(refusal("text/none"), "can't read text/none: Not a directory");
+    EXPECT_EQ(refusal("/dev/zero"), "can't read /dev/zero: it is no regular file");
+    EXPECT_EQ(refusal("/proc/self/mem"), "can't read /proc/self/mem: Input/output error");
+    ASSERT_EQ(chmod("text", 0200), 0);
+    const OrdinaryUser user;
+    EXPECT_EQ(refusal("text"), "can't read text: Permission denied");
+}
+
+TEST_F(FilesTest, LockIsOneHoldersAndThatOfTheFileThatHasTheName) {
+    WriteFile("body", "former");
+    FileLock second;
+    {
+        FileLock first;
+        EXPECT_TRUE(first.Take("body"));
+        EXPECT_FALSE(second.Take("body"));
+        ReplaceFile("body", "new", OUTLASTS::KILLS);
+        EXPECT_TRUE(second.Take("body")) << "the former file's lock is no longer this one's";
+    }
+    EXPECT_FALSE(FileLock().Take("body"));
+    EXPECT_EQ(
+        ThrownBy([] { FileLock().Take("none"); }), "can't read none: No such file or directory");
+}
+
+// --- INI files ---
+
+int SizeIn(const std::string& text) {
+    WriteFile("Test.ini", text);
+    return static_cast<int>(GetPrivateProfileIntA("S", "Size", -1, ".\\Test.ini"));
+}
+
+TEST_F(FilesTest, IniFileMayBeginWithAByteOrderMark) {
+    EXPECT_EQ(SizeIn("\xEF\xBB\xBF[S]\nSize=5\n"), 5);
+    EXPECT_EQ(SizeIn("\n\xEF\xBB\xBF[S]\nSize=5\n"), -1) << "it marks the beginning alone";
+    EXPECT_EQ(SizeIn("[S]\n\xEF\xBB\xBFSize=5\n"), -1);
+    EXPECT_EQ(SizeIn("\xEF\xBB[S]\nSize=5\n"), -1) << "half of it is none";
+}
+
+TEST_F(FilesTest, IniValuesInQuotesAndAtTheEndOfWhatALineHolds) {
+    const std::pair<std::string, int> values[] = {
+        {"'42'", 42}, {"\"42'", 0}, {"\"\"", -1}, {"\"", 0},  {"0XFF", 0},
+        {"0xfG", 15}, {"0o18", 1},  {"0b2", 0},   {"+-1", 0}, {"4294967297", 1},
+    };
+    for (const auto& [text, value] : values) {
+        EXPECT_EQ(SizeIn("[S]\nSize=" + text + "\n"), value) << text;
+    }
+    // A line's first 4096 bytes count; the second of the digits is the last of them, or behind it.
+    const std::string blanks(4096 - std::string("Size=42").size(), ' ');
+    EXPECT_EQ(SizeIn("[S]\nSize=" + blanks + "42\n"), 42);
+    EXPECT_EQ(SizeIn("[S]\nSize=" + blanks + " 42\n"), 4);
+    EXPECT_EQ(SizeIn("[S]]\nSize=5\n"), -1) << "the section's name ends at the last bracket";
+}
+
+TEST_F(FilesTest, WhatIsNoIniFileGivesTheDefaultAtOnce) {
+    const auto size = [](const char* pszPath) {
+        return GetPrivateProfileIntA("S", "Size", 7, pszPath);
+    };
+    EXPECT_EQ(size("."), 7U);
+    EXPECT_EQ(size(OVERLONG.c_str()), 7U);
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    EXPECT_EQ(size("pipe"), 7U) << "nobody writes it";
+    EXPECT_EQ(size("/dev/zero"), 7U);
+    const int nDescriptor = NextDescriptor();
+    EXPECT_EQ(SizeIn("[S]\nSize=5\n"), 5);
+    EXPECT_EQ(NextDescriptor(), nDescriptor);
+}
+
+// --- Arguments that no caller should have ---
+
+TEST_F(FilesTest, StringsRefuseWhatIsNoStringAndEmptyTheirDestination) {
+    char szText[8] = "old";
+    EXPECT_EQ(strcpy_s(nullptr, 8, "a"), EINVAL);
+    EXPECT_EQ(strcpy_s(szText, 0, "a"), EINVAL);
+    EXPECT_STREQ(szText, "old") << "it has no room for a zero";
+    EXPECT_EQ(strcpy_s(szText, 8, nullptr), EINVAL);
+    EXPECT_STREQ(szText, "");
+    EXPECT_EQ(strcpy_s(szText, 8, "old"), 0);
+    EXPECT_EQ(strcat_s(nullptr, 8, "a"), EINVAL);
+    EXPECT_EQ(strcat_s(szText, 0, "a"), EINVAL);
+    EXPECT_STREQ(szText, "old");
+    EXPECT_EQ(strcat_s(szText, 8, nullptr), EINVAL);
+    EXPECT_STREQ(szText, "");
+    EXPECT_EQ(_itoa_s(1, nullptr, 8, 10), EINVAL);
+    for (const int radix : {-1, 1, 37}) {
+        EXPECT_EQ(strcpy_s(szText, 8, "old"), 0);
+        EXPECT_EQ(_itoa_s(1, szText, 0, 10), EINVAL);
+        EXPECT_STREQ(szText, "old");
+        EXPECT_EQ(_itoa_s(1, szText, 8, radix), EINVAL) << radix;
+        EXPECT_STREQ(szText, "");
+    }
+    EXPECT_EQ(_itoa_s(123, szText, 3, 10), ERANGE);
+}
+
+TEST_F(FilesTest, FilesAreOpenedWithoutHangingTheHost) {
+    int nFile = 0;
+    EXPECT_EQ(_sopen_s(nullptr, "file", _O_WRONLY | _O_CREAT, _SH_DENYNO, _S_IWRITE), EINVAL);
+    EXPECT_EQ(_sopen_s(&nFile, nullptr, _O_WRONLY, _SH_DENYNO, _S_IWRITE), EINVAL);
+    EXPECT_EQ(nFile, -1);
+    EXPECT_FALSE(std::filesystem::exists("file"));
+    // The longest path with its zero fits, and the system itself then refuses it.
+    EXPECT_EQ(_sopen_s(&nFile, OVERLONG.c_str(), 0, _SH_DENYNO, 0), ENAMETOOLONG);
+    EXPECT_EQ(
+        _sopen_s(&nFile, (std::string(4090, '/') + "file").c_str(), 0, _SH_DENYNO, 0), ENOENT);
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    EXPECT_EQ(_sopen_s(&nFile, "pipe", _O_WRONLY | _O_APPEND, _SH_DENYNO, _S_IWRITE), ENXIO);
+    EXPECT_EQ(_close(-1), -1);
+    EXPECT_EQ(errno, EBADF);
+    const mode_t former = umask(0);
+    const int nDescriptor = NextDescriptor();
+    EXPECT_EQ(_sopen_s(&nFile, "file", _O_WRONLY | _O_CREAT, _SH_DENYNO, _S_IWRITE), 0);
+    EXPECT_EQ(fcntl(nDescriptor, F_GETFD), FD_CLOEXEC) << "programs that the host starts have it";
+    EXPECT_EQ(_close(nFile), 0);
+    umask(former);
+    struct stat info = {};
+    EXPECT_EQ(stat("file", &info), 0);
+    EXPECT_EQ(info.st_mode, static_cast<mode_t>(S_IFREG | 0666));
+}
+
+// --- Libraries ---
+
+TEST_F(FilesTest, LibrariesGiveTheirOwnExportsAlone) {
+    const std::string path = (BuildFolder() / MODULE_FILE).string();
+    EXPECT_EQ(LoadLibraryA(nullptr), nullptr);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
+    EXPECT_EQ(LoadLibraryA(OVERLONG.c_str()), nullptr);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
+    EXPECT_EQ(LoadLibraryA("none.so"), nullptr);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_MOD_NOT_FOUND});
+    EXPECT_THAT(LastLibraryError(), HasSubstr("none.so: cannot open"));
+    EXPECT_EQ(LastLibraryError(), "") << "it is told once";
+    HMODULE module = LoadLibraryA(path.c_str());
+    ASSERT_NE(module, nullptr);
+    EXPECT_NE(GetProcAddress(module, "_RegisterInitializeFuncList@4"), nullptr);
+    EXPECT_NE(GetProcAddress(module, "GetEventProcList"), nullptr);
+    EXPECT_EQ(GetProcAddress(nullptr, "GetEventProcList"), nullptr);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
+    EXPECT_EQ(GetProcAddress(module, nullptr), nullptr);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
+    // What a library that it depends on has is no export of its own.
+    for (const std::string& name :
+         {std::string("malloc"), std::string("GetEventProcLists"),
+          std::string("_RegisterInitializeFuncList@8"), OVERLONG + "@4"}) {
+        SetLastError(ERROR_SUCCESS);
+        EXPECT_EQ(GetProcAddress(module, name.c_str()), nullptr) << name;
+        EXPECT_EQ(GetLastError(), DWORD{ERROR_PROC_NOT_FOUND});
+    }
+    EXPECT_NE(FreeLibrary(module), FALSE);
+    EXPECT_EQ(FreeLibrary(nullptr), FALSE);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_HANDLE});
+}
+
+// The module writes with them held back, and leaves all as it has found it.
+TEST_F(ModuleTest, HostHasItsSignalsBackWhileItRunsAndWhenTheModuleIsGone) {
+    struct sigaction own = {};
+    own.sa_handler = [](int) {};
+    std::array<struct sigaction, 3> former{};
+    const std::array<int, 3> signals = {SIGXFSZ, SIGPIPE, SIGTTOU};
+    for (std::size_t i = 0; i < signals.size(); ++i) {
+        ASSERT_EQ(sigaction(signals[i], &own, &former[i]), 0);
+    }
+    sigset_t before;
+    pthread_sigmask(SIG_SETMASK, nullptr, &before);
+    const auto expectOwn = [&] {
+        sigset_t now;
+        pthread_sigmask(SIG_SETMASK, nullptr, &now);
+        for (const int nSignal : signals) {
+            struct sigaction found = {};
+            EXPECT_EQ(sigaction(nSignal, nullptr, &found), 0);
+            EXPECT_EQ(found.sa_handler, own.sa_handler) << nSignal;
+            EXPECT_EQ(sigismember(&now, nSignal), sigismember(&before, nSignal)) << nSignal;
+        }
+    };
+    LoadAgain();
+    EXPECT_EQ(Module().Register(), 0);
+    {
+        const Limit small(RLIMIT_FSIZE, std::filesystem::file_size(LOG_FILE));
+        EXPECT_EQ(Run("SaveBodyID"), 0);
+        expectOwn();
+    }
+    Unload();
+    expectOwn();
+    for (std::size_t i = 0; i < signals.size(); ++i) {
+        sigaction(signals[i], &former[i], nullptr);
+    }
+}
+
+// --- Standard files and processes ---
+
+TEST_F(FilesTest, StandardFileThatDoesNotWaitIsWrittenWhole) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
+    ASSERT_EQ(fcntl(ends[1], F_SETFL, O_NONBLOCK), 0);
+    const std::string text(1'000'000, 't');  // many times what the pipe holds
+    const auto reading = std::async(std::launch::async, [&] {
+        std::string all;
+        std::array<char, 4096> block{};
+        while (const ssize_t count = read(ends[0], block.data(), block.size())) {
+            all.append(block.data(), static_cast<std::size_t>(count));
+        }
+        return all == text;
+    });
+    EXPECT_EQ(WriteStandardFile(ends[1], text), 0);
+    close(ends[1]);
+    reading.wait();
+    close(ends[0]);
+    EXPECT_EQ(WriteStandardFile(ends[1], "x"), EBADF);
+    EXPECT_EQ(WriteStandardFile(ends[1], ""), 0) << "there is nothing to write";
+    EXPECT_EQ(TerminalWidth(ends[1]), 0U);
+}
+
+TEST_F(FilesTest, ProcessTellsItsLinesAndItsEnd) {
+    Process echo("/bin/cat", {});
+    EXPECT_EQ(kill(echo.Id(), 0), 0);
+    const std::string line(10'000, 'l');
+    echo.WriteLine(line);
+    echo.WriteLine("second");
+    EXPECT_EQ(echo.ReadLine(), line);
+    EXPECT_EQ(echo.ReadLine(), "second");
+    echo.CloseInput();
+    EXPECT_EQ(echo.ReadLine(), std::nullopt);
+    EXPECT_EQ(echo.EndText(), "exit code 0");
+    echo.WriteLine("nobody reads it");
+    echo.Kill();
+    EXPECT_EQ(echo.Wait(), 0) << "it had ended before";
+
+    Process shell("/bin/sh", {"-c", "echo ready; printf cut; exit 3"});
+    EXPECT_EQ(shell.ReadLine(), "ready");
+    EXPECT_EQ(shell.ReadLine(), std::nullopt) << "the line has no end";
+    EXPECT_EQ(shell.EndText(), "exit code 3");
+
+    Process waiting("/bin/cat", {});
+    EXPECT_EQ(kill(waiting.Id(), SIGINT), 0);
+    EXPECT_EQ(waiting.Wait(), -1);
+    EXPECT_EQ(waiting.EndText(), "signal 2, Interrupt");
+    EXPECT_EQ(ThrownBy([] { Process("/none", {}); }), "/none does not start");
+    const int nDescriptor = NextDescriptor();
+    EXPECT_EQ(ThrownBy([] { Process("/none", {}); }), "/none does not start");
+    EXPECT_EQ(NextDescriptor(), nDescriptor);
+    const Limit none(RLIMIT_NOFILE, static_cast<rlim_t>(nDescriptor));
+    EXPECT_EQ(ThrownBy([] { Process("/bin/true", {}); }), "no socket for /bin/true");
+}
+
+}  // namespace
