@@ -7,6 +7,7 @@
 #include "jighost/commands/CommonOptions.h"
 #include "jighost/line/Install.h"
 #include "jighost/line/Status.h"
+#include "jighost/output/Json.h"
 #include "jighost/text/Numbers.h"
 #include "jighost/text/PlainText.h"
 #include "platform/Utf8Path.h"
@@ -136,14 +137,42 @@ static void ShowFailures(const RECORDER_STATUS& status) {
                                    : PlainText(status.failure) + '\n');
 }
 
-static EXIT_CODE ShowStatus(const std::string& folder) {
-    const RECORDER_STATUS status = StatusOf(PathOf(folder));
+static void ShowText(const RECORDER_STATUS& status) {
     std::cout << "link        " << PlacedText(status.places[0]) << '\n'
               << "module      " << PlacedText(status.places[1]) << '\n';
     if (status.bSettings) {
         ShowRecordings(status);
         ShowFailures(status);
     }
+}
+
+static const char* PlacedName(PLACED placed) {
+    static const char* const NAMES[] = {"no", "whole", "half"};
+    return NAMES[static_cast<std::size_t>(placed)];
+}
+
+static void ShowJson(const RECORDER_STATUS& status) {
+    Json json = {
+        {"format", JSON_FORMAT},
+        {"link", PlacedName(status.places[0])},
+        {"module", PlacedName(status.places[1])}};
+    if (status.bSettings) {
+        json.update(
+            {{"files", status.files},
+             {"bytes", status.bytes},
+             {"since", status.since},
+             {"into", status.settings.into.string()},
+             {"keep", status.settings.keep},
+             {"gaps", status.gaps},
+             {"lost", status.lost},
+             {"failure", status.failure}});
+    }
+    WriteJson(std::cout, json);
+}
+
+static EXIT_CODE ShowStatus(const std::string& folder, bool bJson) {
+    const RECORDER_STATUS status = StatusOf(PathOf(folder));
+    bJson ? ShowJson(status) : ShowText(status);
     const bool bWhole =
         status.bSettings && status.places[0] == PLACED::WHOLE && status.places[1] == PLACED::WHOLE;
     return bWhole && status.gaps == 0 && status.failure.empty() ? EXIT_OK : EXIT_UNEXPECTED;
@@ -154,10 +183,11 @@ static void AddStatusCommand(Command& recorder, HOST& host) {
         "status", "Tells what is installed and recorded, and whether something failed");
     const auto pFolder = std::make_shared<std::string>();
     command.AddArgument("folder", *pFolder, FOLDER_TEXT);
+    AddJsonOption(command, host);
     command.SetFooter(
         "Example:\n  jighost recorder status /opt/line\n"
         "Ends with 5 if the recorder is not installed whole, or something failed.");
-    command.SetWork([&host, pFolder] { host.exitCode = ShowStatus(*pFolder); });
+    command.SetWork([&host, pFolder] { host.exitCode = ShowStatus(*pFolder, host.bJson); });
 }
 
 // --- remove ---

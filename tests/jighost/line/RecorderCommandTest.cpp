@@ -1,6 +1,7 @@
 // jighost recorder: what it does to a host's folder, and what is left of that.
 #include <functional>
 #include <map>
+#include <nlohmann/json.hpp>
 
 #include "platform/Program.h"
 #include "recorder/Files.h"
@@ -84,6 +85,14 @@ TEST_F(RecorderCommandTest, RecordsUntilItIsRemoved) {
     const JIGHOST_RUN failed = RunJighost({"recorder", "status", "line"});
     EXPECT_EQ(failed.exitCode, 5);
     EXPECT_THAT(failed.output, HasSubstr("7 entries missing in 1 place"));
+    const JIGHOST_RUN json = RunJighost({"recorder", "status", "line", "--json"});
+    EXPECT_EQ(json.exitCode, 5);
+    const auto told = nlohmann::json::parse(json.output);
+    const nlohmann::json expected = {{"link", "whole"},    {"module", "whole"}, {"files", 1},
+                                     {"keep", 20'000'000}, {"gaps", 1},         {"lost", 7}};
+    for (const auto& [key, value] : expected.items()) {
+        EXPECT_EQ(told.at(key), value) << key;
+    }
     ExpectRemoved();
     EXPECT_TRUE(fs::exists(recording));
     EXPECT_EQ(RunJighost({"recorder", "status", "line"}).exitCode, 5);
