@@ -85,7 +85,9 @@ static SESSION_OPTIONS SessionOptions(
     SESSION_OPTIONS session = host.session;
     const auto first = sequence.steps.begin() + static_cast<std::ptrdiff_t>(range.first);
     const auto end = sequence.steps.begin() + static_cast<std::ptrdiff_t>(range.last) + 1;
-    if (std::any_of(first, end, [](const STEP& step) { return IsDump(*step.info); })) {
+    const auto isDump = [](const STEP& step) { return IsDump(*step.info); };
+    if (std::any_of(first, end, isDump) ||
+        std::any_of(sequence.always.begin(), sequence.always.end(), isDump)) {
         session.folderText = sequence.folderText;
     }
     session.inputs.push_back({"the sequence", options.path});

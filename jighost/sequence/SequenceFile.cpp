@@ -2,6 +2,7 @@
 #include "jighost/sequence/SequenceFile.h"
 
 #include <algorithm>
+#include <regex>
 #include <set>
 
 #include "jighost/operations/ResultName.h"
@@ -12,9 +13,24 @@
 #include "jighost/text/YamlFile.h"
 #include "platform/Utf8Path.h"
 
-static const std::int64_t SEQUENCE_FORMAT = 1;
+static const std::int64_t SEQUENCE_FORMAT = 2;
 
 static const std::uint32_t MAX_RETRIES = 1000;
+static const std::uint32_t MAX_PAUSE = 3'600'000;  // milliseconds
+static const char ON_UNEXPECTED[] =
+    "stop, continue or retry N after M ms, then stop or continue; N from 1 to 1000, M up to "
+    "3600000";
+
+/// Refuses in a file of format 1 what only newer ones have.
+static void RequireFormat(
+    const YamlFile& file, const YAML::Node& node, const std::string& expected) {
+    if (file.Format() < SEQUENCE_FORMAT) {
+        file.Refuse(
+            node, "expected " + expected +
+                      " in a sequence of format 1, which has no more; format: " +
+                      std::to_string(SEQUENCE_FORMAT) + " has");
+    }
+}
 
 RecordBytes BuildRecord(const OPERATION_INFO& info, const std::vector<FIELD_VALUE>& fields) {
     RecordBytes bytes = NewRecord(*info.record);
@@ -100,20 +116,26 @@ class StepReader {
         m_Step.resultFields = Fields(node);
     }
 
+    /// Of "retry 3 after 500 ms, then continue" what stands behind "retry 3" may be missing.
     void ReadOnUnexpected(const YAML::Node& node) {
-        static const std::string RETRY = "retry ";
-        const std::string text = m_File.Text(node, "stop, continue or retry N");
-        const auto retries = text.starts_with(RETRY)
-                                 ? ParseNumber<std::uint32_t>(text.substr(RETRY.size()))
-                                 : std::nullopt;
-        if (retries && *retries >= 1 && *retries <= MAX_RETRIES) {
-            m_Step.retries = *retries;
-        } else if (text == "continue") {
-            m_Step.bContinue = true;
-        } else if (text != "stop") {
-            m_File.RefuseValue(
-                node, "stop, continue or retry N, N from 1 to " + std::to_string(MAX_RETRIES));
+        static const std::regex FORM(
+            "(?:retry (\\d{1,4})(?: after (\\d{1,7}) ms)?(?:$|, then (?!$)))?(stop|continue)?");
+        const std::string text = m_File.Text(node, ON_UNEXPECTED);
+        std::smatch parts;
+        if (text.empty() || !std::regex_match(text, parts, FORM)) {
+            m_File.RefuseValue(node, ON_UNEXPECTED);
         }
+        const auto retries = ParseNumber<std::uint32_t>(parts[1].str());
+        const auto pause = ParseNumber<std::uint32_t>(parts[2].str());
+        if (retries && (*retries == 0 || *retries > MAX_RETRIES || pause.value_or(0) > MAX_PAUSE)) {
+            m_File.RefuseValue(node, ON_UNEXPECTED);
+        }
+        if (pause || (retries && parts[3].matched)) {
+            RequireFormat(m_File, node, "retry N alone");
+        }
+        m_Step.retries = retries.value_or(0);
+        m_Step.pause = std::chrono::milliseconds(pause.value_or(0));
+        m_Step.bContinue = parts[3] == "continue";
     }
 
     const YamlFile& m_File;
@@ -144,11 +166,13 @@ static std::vector<STEP> ReadSteps(const YamlFile& file, const YAML::Node& node)
 /// named go by their operation's name, which may come again.
 static void CheckNames(const YamlFile& file, const YAML::Node& root) {
     std::set<std::string> names;
-    for (const YAML::Node& step : root["steps"]) {
-        const YAML::Node name = step["name"];
-        if (name && !names.insert(name.Scalar()).second) {
-            file.Refuse(
-                name, "expected each name of a step once, got '" + name.Scalar() + "' again");
+    for (const char* pszList : {"steps", "always"}) {
+        for (const YAML::Node& step : root[pszList]) {
+            const YAML::Node name = step["name"];
+            if (name && !names.insert(name.Scalar()).second) {
+                file.Refuse(
+                    name, "expected each name of a step once, got '" + name.Scalar() + "' again");
+            }
         }
     }
 }
@@ -172,11 +196,16 @@ SEQUENCE ReadSequence(const std::string& path) {
             {"name", [&](const auto& node) { sequence.name = file.Text(node, "a name"); }},
             {"folder", [&](const auto& node) { sequence.folderText = ReadFolder(file, node); }},
             {"steps", [&](const auto& node) { sequence.steps = ReadSteps(file, node); }},
+            {"always",
+             [&](const auto& node) {
+                 RequireFormat(file, node, "no always:");
+                 sequence.always = ReadSteps(file, node);
+             }},
         });
     CheckNames(file, file.Root());
-    const bool bDumps = std::any_of(
-        sequence.steps.begin(), sequence.steps.end(),
-        [](const STEP& step) { return std::string_view(step.info->name) == "LoadPropertyData"; });
+    const auto isDump = [](const STEP& step) { return IsDump(*step.info); };
+    const bool bDumps = std::any_of(sequence.steps.begin(), sequence.steps.end(), isDump) ||
+                        std::any_of(sequence.always.begin(), sequence.always.end(), isDump);
     if (bDumps && sequence.folderText.empty()) {
         file.Refuse(file.Root(), "expected folder: for LoadPropertyData, got none");
     }

@@ -1,17 +1,20 @@
 // The file of a sequence: operations to run one after the other, and what is expected of each.
 //
-//     format: 1
+//     format: 2                 # of format 1 are those without what is marked
 //     name: prefix of a body
 //     folder: dump              # for LoadPropertyData, seen from the current directory
 //     steps:
 //       - operation: SetFilePrefix
 //         name: prefix          # else the operation's
-//         on_unexpected: retry 2
+//         on_unexpected: retry 2 after 500 ms, then continue      # format 2 from "after" on
 //       - operation: GetFilePrefix
 //         expect: RESULT_SUCCESS
 //         expect_fields: {FilePrefix: 0AB0}
+//     always:                   # format 2
+//       - operation: ExitFactoryMode
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -26,6 +29,7 @@ struct STEP {
     std::optional<std::int32_t> result;     ///< expected; none for any success
     std::vector<FIELD_VALUE> resultFields;  ///< expected of the record that comes back
     std::uint32_t retries = 0;              ///< runs more if the outcome is not expected
+    std::chrono::milliseconds pause{};      ///< ahead of each of them
     bool bContinue = false;                 ///< go on even then
 };
 
@@ -33,6 +37,7 @@ struct SEQUENCE {
     std::string name;
     std::string folderText;  ///< for the folder block; empty if no step needs it
     std::vector<STEP> steps;
+    std::vector<STEP> always;  ///< run behind the others, however these ended
 };
 
 /// Reads and checks the whole file. Throws EXIT_WRONG_USE with a line for each wrong step, which

@@ -19,15 +19,26 @@ SequenceOutput::SequenceOutput(
     const SEQUENCE& sequence, const STEP_RANGE& range, bool bLive, bool bRows)
     : m_Sequence(sequence), m_bLive(bLive), m_bRows(bRows) {
     for (std::size_t i = range.first; i <= range.last; ++i) {
-        m_NameWidth = std::max(m_NameWidth, PlainText(sequence.steps[i].name).size());
+        MakeRoom(sequence.steps[i]);
     }
+    std::for_each(sequence.always.begin(), sequence.always.end(), [this](const STEP& step) {
+        MakeRoom(step);
+    });
+}
+
+void SequenceOutput::MakeRoom(const STEP& step) {
+    m_NameWidth = std::max(m_NameWidth, PlainText(step.name).size());
+}
+
+static std::size_t StepCount(const SEQUENCE& sequence) {
+    return sequence.steps.size() + sequence.always.size();
 }
 
 void SequenceOutput::OnStep(const STEP_OUTCOME& outcome, bool bDone) const {
     if (m_bLive && bDone) {
         std::cerr << "\r\033[K" << std::flush;
     } else if (m_bLive) {
-        std::cerr << '[' << outcome.number << '/' << m_Sequence.steps.size() << "] "
+        std::cerr << '[' << outcome.number << '/' << StepCount(m_Sequence) << "] "
                   << PlainText(outcome.step->name) << std::flush;
     }
     if (m_bRows && bDone) {
@@ -79,7 +90,7 @@ void ShowSummary(const SEQUENCE_RUN& run) {
         run.outcomes.begin(), run.outcomes.end(),
         [](const STEP_OUTCOME& outcome) { return !outcome.problem.empty(); });
     std::cout << PlainText(run.sequence->name) << (run.sequence->name.empty() ? "" : ": ")
-              << run.outcomes.size() << " of " << run.sequence->steps.size() << " steps run, "
+              << run.outcomes.size() << " of " << StepCount(*run.sequence) << " steps run, "
               << problems << " not as expected, " << TimeText(run.time) << '\n';
 }
 
@@ -92,7 +103,10 @@ void TellProblems(const SEQUENCE_RUN& run) {
         }
     }
     if (run.exitCode == EXIT_INTERRUPTED) {
-        const std::size_t last = run.outcomes.empty() ? 0 : run.outcomes.back().number;
+        const std::size_t always = run.sequence->always.size();
+        const std::size_t last = run.outcomes.size() == always
+                                     ? 0
+                                     : run.outcomes[run.outcomes.size() - always - 1].number;
         Complain("interrupted behind step " + std::to_string(last));
     }
 }

@@ -17,6 +17,7 @@ class SequenceOutput {
     void OnStep(const STEP_OUTCOME& outcome, bool bDone) const;
 
   private:
+    void MakeRoom(const STEP& step);
     void ShowRow(const STEP_OUTCOME& outcome) const;
 
     const SEQUENCE& m_Sequence;

@@ -4,6 +4,7 @@
 #include "frame/Result.h"
 #include "jighost/operations/ResultName.h"
 #include "jighost/session/Interrupt.h"
+#include "jighost/session/Patience.h"
 
 static std::string ResultProblem(const OPERATION_RUN& run, const std::string& expected) {
     const std::string cause = FailureCause(run);
@@ -44,41 +45,70 @@ static void Judge(STEP_OUTCOME& outcome) {
 }
 
 /// Runs the step until it is as expected, its retries are used up, or Ctrl-C comes.
-static void RunStep(Session& session, STEP_OUTCOME& outcome) {
+static void RunAttempts(Session& session, STEP_OUTCOME& outcome) {
     const STEP& step = *outcome.step;
     do {
         ++outcome.attempts;
         outcome.run = session.Run(*step.info, BuildRecord(*step.info, step.fields));
         Judge(outcome);
-    } while (outcome.exitCode != EXIT_OK && outcome.attempts <= step.retries && !IsInterrupted());
+    } while (outcome.exitCode != EXIT_OK && outcome.attempts <= step.retries &&
+             PassesWithoutInterrupt(step.pause));
     // A long sequence is not to keep the spare bytes of all its records.
     outcome.run.record.resize(step.info->record->size);
     outcome.run.record.shrink_to_fit();
 }
 
+namespace {
+
+/// The steps of one run, as they come to their ends.
+class StepRunner {
+  public:
+    StepRunner(Session& session, const StepWatcher& watcher, SEQUENCE_RUN& run)
+        : m_Session(session), m_Watcher(watcher), m_Run(run) {}
+
+    /// Gives whether the next one is to run.
+    bool RunStep(const STEP& step, std::size_t number) {
+        STEP_OUTCOME outcome;
+        outcome.step = &step;
+        outcome.number = number;
+        m_Watcher(m_Run, outcome, false);
+        RunAttempts(m_Session, outcome);
+        m_Run.time = std::chrono::steady_clock::now() - m_Start;
+        m_Watcher(m_Run, outcome, true);
+        m_Run.exitCode = m_Run.exitCode == EXIT_OK ? outcome.exitCode : m_Run.exitCode;
+        m_Run.outcomes.push_back(std::move(outcome));
+        return m_Run.outcomes.back().exitCode == EXIT_OK || step.bContinue;
+    }
+
+  private:
+    Session& m_Session;
+    const StepWatcher& m_Watcher;
+    SEQUENCE_RUN& m_Run;
+    std::chrono::steady_clock::time_point m_Start = std::chrono::steady_clock::now();
+};
+
+}  // namespace
+
 static void RunSteps(
     Session& session, const STEP_RANGE& range, const StepWatcher& watcher, SEQUENCE_RUN& run) {
-    const auto start = std::chrono::steady_clock::now();
+    StepRunner runner(session, watcher, run);
+    const std::vector<STEP>& steps = run.sequence->steps;
     for (std::size_t i = range.first; i <= range.last && !IsInterrupted(); ++i) {
-        STEP_OUTCOME outcome;
-        outcome.step = &run.sequence->steps[i];
-        outcome.number = i + 1;
-        watcher(run, outcome, false);
-        RunStep(session, outcome);
-        run.time = std::chrono::steady_clock::now() - start;
-        watcher(run, outcome, true);
-        run.exitCode = run.exitCode == EXIT_OK ? outcome.exitCode : run.exitCode;
-        const bool bStop = outcome.exitCode != EXIT_OK && !outcome.step->bContinue;
-        run.outcomes.push_back(std::move(outcome));
-        if (bStop) {
-            return;
+        if (!runner.RunStep(steps[i], i + 1)) {
+            break;
         }
+    }
+    std::size_t number = steps.size();
+    for (const STEP& step : run.sequence->always) {
+        runner.RunStep(step, ++number);
     }
 }
 
 void RequireSteps(const Session& session, const SEQUENCE& sequence) {
-    for (const STEP& step : sequence.steps) {
-        session.Require(*step.info);
+    for (const std::vector<STEP>* pSteps : {&sequence.steps, &sequence.always}) {
+        for (const STEP& step : *pSteps) {
+            session.Require(*step.info);
+        }
     }
 }
 

@@ -10,7 +10,7 @@
 /// What a step came to.
 struct STEP_OUTCOME {
     const STEP* step = nullptr;
-    std::size_t number = 0;      ///< in the file, from 1
+    std::size_t number = 0;      ///< in the file, from 1; those of always: count on
     std::uint32_t attempts = 0;  ///< the run below is that of the last one
     OPERATION_RUN run;
     std::string problem;           ///< what was expected and what came; empty if all is as expected
@@ -40,7 +40,7 @@ using StepWatcher =
 void RequireSteps(const Session& session, const SEQUENCE& sequence);
 
 /// Ends behind the last step, the first one that must not go wrong and did, or the step during
-/// which Ctrl-C came.
+/// which Ctrl-C came; behind that come all steps of always:, whatever these end in.
 SEQUENCE_RUN RunSequence(
     Session& session, const SEQUENCE& sequence, const STEP_RANGE& range,
     const StepWatcher& watcher);

@@ -152,6 +152,66 @@ TEST_F(JighostTest, UnexpectedOutcomeContinuesRetriesAndStops) {
     EXPECT_EQ(RunSequence(steps, {"--until", "GetOwnerName"}).exitCode, 5);
 }
 
+TEST_F(JighostTest, RetriesWaitAndMayBeGivenUp) {
+    const auto run = [](const std::string& onUnexpected, const char* pszFormat = "2") {
+        WriteFile(
+            "retries.yaml", "format: " + std::string(pszFormat) + "\nsteps:\n" + TOO_LONG +
+                                ", on_unexpected: \"" + onUnexpected +
+                                "\"}\n  - operation: EnterFactoryMode\n");
+        return RunJighost({"sequence", "retries.yaml", "--json"});
+    };
+    const std::pair<const char*, std::pair<int, int>> forms[] = {
+        // attempts and steps that ran
+        {"stop", {1, 1}},
+        {"continue", {1, 2}},
+        {"retry 2", {3, 1}},
+        {"retry 2 after 20 ms", {3, 1}},
+        {"retry 1 after 20 ms, then continue", {2, 2}},
+        {"retry 3, then stop", {4, 1}},
+    };
+    for (const auto& [text, expected] : forms) {
+        const auto record = nlohmann::json::parse(run(text).output);
+        EXPECT_EQ(record["steps"][0]["attempts"], expected.first) << text;
+        EXPECT_EQ(record["steps"].size(), static_cast<std::size_t>(expected.second)) << text;
+        const double pauses =
+            std::string(text).find("20 ms") == std::string::npos ? 0 : 20.0 * (expected.first - 1);
+        EXPECT_GE(record["time_ms"].get<double>(), pauses) << text;
+    }
+    for (const char* pszWrong :
+         {"", "retry", "retry 0", "retry 1001", "retry 1 after 3600001 ms", "retry 1 after 2 s",
+          "retry 1,", "retry 1, then ", "then stop", "continue, then stop"}) {
+        EXPECT_THAT(run(pszWrong).errors, HasSubstr("retries.yaml:3: expected stop, continue or "));
+    }
+    EXPECT_THAT(run("retry 1, then stop", "1").errors, HasSubstr("yaml:3: expected retry N alone"));
+    EXPECT_EQ(nlohmann::json::parse(run("retry 1", "1").output)["steps"][0]["attempts"], 2);
+}
+
+const std::string LEAVING =
+    "always:\n  - {operation: ExitFactoryMode, name: leaving}\n"
+    "  - {operation: GetFactoryModeState, expect_fields: {State: -1}}\n";
+
+TEST_F(JighostTest, StepsOfAlwaysRunHoweverTheOthersEnded) {
+    const std::string enter = "format: 2\nsteps:\n  - operation: EnterFactoryMode\n";
+    WriteFile("fails.yaml", enter + TOO_LONG + "}\n  - operation: GetBodyID\n" + LEAVING);
+    const JIGHOST_RUN run = RunJighost({"sequence", "fails.yaml"});
+    EXPECT_EQ(run.exitCode, 4) << "of the first problem";
+    EXPECT_THAT(run.output, HasSubstr("\n  4  leaving "));
+    EXPECT_THAT(run.output, HasSubstr("\n  5  GetFactoryModeState "));
+    EXPECT_THAT(run.output, HasSubstr("4 of 5 steps run, 1 not as expected"));
+
+    // One that fails keeps no other one from running, and is told.
+    const JIGHOST_RUN unable = RunJighost(
+        {"sequence", "fails.yaml", "--until", "1", "--fault", "ExitFactoryMode:1=0x2001"});
+    EXPECT_EQ(unable.exitCode, 4);
+    EXPECT_THAT(unable.errors, HasSubstr("step 4, leaving: expected success"));
+    EXPECT_THAT(unable.output, HasSubstr("3 of 5 steps run, 2 not as expected"));
+
+    WriteFile("old.yaml", "format: 1\nsteps:\n  - operation: GetBodyID\n" + LEAVING);
+    EXPECT_THAT(RunJighost({"sequence", "old.yaml"}).errors, HasSubstr("expected no always:"));
+    WriteFile("twice.yaml", enter + "    name: leaving\n" + LEAVING);
+    EXPECT_THAT(RunJighost({"sequence", "twice.yaml"}).errors, HasSubstr("got 'leaving' again"));
+}
+
 TEST_F(JighostTest, ShippedSequencesSucceedOnANewBody) {
     const std::filesystem::path folder = SEQUENCE_FOLDER;
     std::filesystem::create_directory("adjustment-data");

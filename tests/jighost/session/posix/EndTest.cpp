@@ -64,6 +64,22 @@ TEST_F(JighostTest, SignalEndsTheSequenceBehindTheStepWithAllWritten) {
     }
 }
 
+TEST_F(JighostTest, SignalEndsAPauseAndLeavesFactoryMode) {
+    WriteFile(
+        "waits.yaml",
+        "format: 2\nsteps:\n  - operation: EnterFactoryMode\n"
+        "  - {operation: SetSlitRollingMode, record: {AccumulateTime: 85}, "
+        "on_unexpected: retry 1 after 3600000 ms}\n"
+        "always:\n  - operation: ExitFactoryMode\n");
+    Process jighost(JighostFile(), {"sequence", "waits.yaml"});
+    EXPECT_THAT(jighost.ReadLine().value_or(""), HasSubstr("EnterFactoryMode"));
+    EXPECT_EQ(kill(jighost.Id(), SIGTERM), 0);
+    while (const auto line = jighost.ReadLine()) {
+    }
+    EXPECT_EQ(jighost.Wait(), 143);
+    EXPECT_THAT(ReadFile("JigDll.log"), HasSubstr("[FUNC] ExitFactoryMode - 0\n"));
+}
+
 TEST_F(JighostTest, InterruptEndsTheFollowingOfALogWithItsSummary) {
     WriteFile("JigDll.log", "[FUNC] First\n[FUNC] First - 1\n");
     Process jighost(JighostFile(), {"log", "--follow"});
