@@ -267,9 +267,11 @@ TEST_F(JighostFormsTest, WrongSequencesAreToldWithTheirLines) {
         {"format: 1\nfolder: none\nsteps:\n  - operation: LoadPropertyData\n",
          "2: there is no folder none"},
         {"format: 1\nsteps:\n  - operation: SaveBodyID\n    on_unexpected: retry 0\n",
-         "4: expected stop, continue or retry N, N from 1 to 1000, got 'retry 0'"},
+         "4: expected stop, continue or retry N after M ms, then stop or continue; "
+         "N from 1 to 1000, M up to 3600000, got 'retry 0'"},
         {"format: 1\nsteps:\n  - operation: SaveBodyID\n    on_unexpected: retry 1001\n",
-         "4: expected stop, continue or retry N, N from 1 to 1000, got 'retry 1001'"},
+         "4: expected stop, continue or retry N after M ms, then stop or continue; "
+         "N from 1 to 1000, M up to 3600000, got 'retry 1001'"},
         {"format: 1\nsteps:\n  - operation: SetTimeZone\n    record: {Value: []}\n",
          "4: expected the value of a field, got a list"},
         {"format: 1\nsteps:\n  - operation: SetTimeZone\n    record: 5\n",
