@@ -1,6 +1,7 @@
 // jighost as people use it: run as a program, in a folder of its own.
 #include <filesystem>
 #include <map>
+#include <nlohmann/json.hpp>
 
 #include "bodylnk/SimulatedBody.h"
 #include "jighost/session/BodyFile.h"
