@@ -1,14 +1,10 @@
-// Whose the lines of a log are that several processes write to, and what a run tells of such a log.
-#include <nlohmann/json.hpp>
-#include <set>
-#include <sstream>
-
+// Whose the lines of a log are that several processes write to.
 #include "jighost/session/OwnLines.h"
-#include "tests/support/Support.h"
-#include "tests/support/SupportJighost.h"
 
-using testing::HasSubstr;
-using testing::Not;
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -95,68 +91,6 @@ TEST(JighostOwnLinesTest, LineMayComeWithALaterOperationButNoneComesTwice) {
     lines.Clear();
     lines.Add("09:01 [ERR!] - theirs");
     EXPECT_EQ(Told(lines), std::vector<std::string>{});
-}
-
-// --- Hosts in one directory ---
-
-const std::string FAULT = "SetFilePrefix:2=0x2001";
-
-std::string FilePrefixSteps(int count) {
-    std::string text = "format: 1\nsteps:\n";
-    while (count-- > 0) {
-        text += "  - {operation: SetFilePrefix, on_unexpected: continue}\n";
-    }
-    return text;
-}
-
-/// What one of them has recorded; `lines` of each run whose log nobody else has written into.
-void ExpectOwnErrorsAlone(const std::string& path, const std::string& error, std::size_t lines) {
-    std::size_t whole = 0;
-    const auto record = nlohmann::json::parse(ReadFile(path));
-    for (const nlohmann::json& step : record.at("steps")) {
-        const auto log = step.at("log").get<std::vector<std::string>>();
-        const auto interleaved = step.at("interleaved").get<std::vector<std::string>>();
-        EXPECT_EQ(
-            step.at("error").get<std::string>().find(FAULT) == std::string::npos, error.empty());
-        EXPECT_LE(log.size(), lines);
-        EXPECT_GE(log.size() + interleaved.size(), lines) << "no line is lost";
-        if (error.empty()) {
-            EXPECT_THAT(log, testing::Each(Not(HasSubstr("[ERR!]"))));
-            EXPECT_EQ(step.at("error"), "");
-        } else if (interleaved.empty()) {
-            EXPECT_EQ(step.at("error"), error);
-        }
-        whole += log.size() == lines ? 1U : 0U;
-    }
-    EXPECT_GT(whole, 0U);
-}
-
-/// The lines of a trace's log that tell an error and are not said to be interleaved.
-std::set<std::string> TracedErrors(const std::string& path) {
-    std::set<std::string> own;
-    std::set<std::string> interleaved;
-    std::istringstream trace(ReadFile(path));
-    for (std::string text; std::getline(trace, text);) {
-        const auto entry = nlohmann::json::parse(text);
-        if (text.find("[ERR!]") != std::string::npos && entry.value("entry", "") == "log") {
-            (entry.at("interleaved") ? interleaved : own).insert(entry.at("line"));
-        }
-    }
-    std::erase_if(own, [&](const std::string& line) { return interleaved.contains(line); });
-    return own;
-}
-
-TEST_F(JighostTest, HostsInOneDirectoryTakeNoLinesOfEachOther) {
-    WriteFile("sequence.yaml", FilePrefixSteps(500));
-    const std::vector<JIGHOST_RUN> runs = RunAtOnce(
-        {"sequence sequence.yaml --record bad.json --trace bad.jsonl --fault " + FAULT,
-         "sequence sequence.yaml --record good.json --trace good.jsonl"});
-    EXPECT_EQ(runs[0].exitCode, 4);
-    EXPECT_EQ(runs[1].exitCode, 0);
-    ExpectOwnErrorsAlone("good.json", "", 10);
-    ExpectOwnErrorsAlone("bad.json", "[EVNT] --fault " + FAULT, 11);
-    EXPECT_EQ(TracedErrors("good.jsonl"), std::set<std::string>{});
-    EXPECT_NE(TracedErrors("bad.jsonl"), std::set<std::string>{});
 }
 
 }  // namespace
