@@ -90,7 +90,9 @@ static std::string RecordText(const RECORD& record) {
 static std::string RegistrationText(const REGISTERED_OPERATION& operation) {
     static const std::map<std::int32_t, std::string> directions = {
         {EVENT_PROC_IN, "IN"}, {EVENT_PROC_OUT, "OUT"}, {EVENT_PROC_NONE, "NONE"}};
-    return std::to_string(operation.size) + ", " + directions.at(operation.direction);
+    const auto known = directions.find(operation.direction);
+    return std::to_string(operation.size) + ", " +
+           (known == directions.end() ? std::to_string(operation.direction) : known->second);
 }
 
 static void WriteGroup(const Module& module, const OPERATION_GROUP& group) {
@@ -142,8 +144,18 @@ static void WriteContents() {
     std::cout << ".\n\n";
 }
 
+/// A module that lacks an operation is told ahead of the first line.
+static void RequireAll(const Module& module) {
+    for (const OPERATION_GROUP& group : OperationGroups()) {
+        for (const OPERATION_INFO& operation : group.operations) {
+            module.Find(operation.name);
+        }
+    }
+}
+
 static void WriteDocument(const HOST& host) {
     const Module module(host.session.modulePath);
+    RequireAll(module);
     std::cout << INTRODUCTION;
     WriteContents();
     WriteFailures();

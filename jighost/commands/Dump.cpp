@@ -89,25 +89,33 @@ static std::string FailureText(const OPERATION_RUN& run, std::size_t rows) {
 }
 
 static void ShowDump(
-    const HOST& host, const std::string& folder, const OPERATION_RUN& run,
-    const DumpProgress& progress) {
-    if (host.bJson) {
-        WriteJson(
-            std::cout, {{"format", JSON_FORMAT},
-                        {"folder", folder},
-                        {"files", progress.Rows()},
-                        {"bytes", progress.ByteCount()},
-                        {"time_ms", run.time.count()}});
-        return;
-    }
+    const std::string& folder, const OPERATION_RUN& run, const DumpProgress& progress) {
     std::cout << progress.Rows() << " files, " << progress.ByteCount() << " bytes, " << std::fixed
               << std::setprecision(3) << run.time.count() / 1000 << " s in " << PlainText(folder)
               << '\n';
 }
 
+/// Of a failed dump too: `files` are the complete ones.
+static void ShowAsJson(
+    const std::string& folder, const OPERATION_RUN& run, const DumpProgress& progress) {
+    const std::size_t files = progress.Rows() - (IsFailure(run.result) && progress.Rows() > 0);
+    WriteJson(
+        std::cout, {{"format", JSON_FORMAT},
+                    {"folder", folder},
+                    {"files", files},
+                    {"bytes", progress.ByteCount()},
+                    {"result", run.result},
+                    {"result_name", ResultName(run.result)},
+                    {"error", run.folderProblem.empty() ? RunError(run) : run.folderProblem},
+                    {"time_ms", run.time.count()}});
+}
+
 static EXIT_CODE Report(
     const HOST& host, const std::string& folder, const OPERATION_RUN& run,
     const DumpProgress& progress) {
+    if (host.bJson) {
+        ShowAsJson(folder, run, progress);
+    }
     if (!run.folderProblem.empty()) {
         Complain(run.folderProblem);
         return EXIT_UNEXPECTED;
@@ -116,7 +124,9 @@ static EXIT_CODE Report(
         Complain(FailureText(run, progress.Rows()));
         return EXIT_OPERATION_FAILED;
     }
-    ShowDump(host, folder, run, progress);
+    if (!host.bJson) {
+        ShowDump(folder, run, progress);
+    }
     return EXIT_OK;
 }
 

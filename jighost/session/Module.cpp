@@ -15,10 +15,13 @@
 // The callback has no place for a context: what it collects into stands here while it is in use.
 static std::vector<REGISTERED_OPERATION>* g_pCollected = nullptr;
 
+// A null name is kept as an empty one, to be told when the module's own code is left.
 static void CollectOperation(
     const char* name, EVENT_PROC procedure, std::int32_t* size, std::int32_t* direction,
     std::int32_t* /*reserved*/) {
-    g_pCollected->push_back({name, procedure, *size, *direction});
+    g_pCollected->push_back(
+        {name == nullptr ? "" : name, procedure, size == nullptr ? 0 : *size,
+         direction == nullptr ? EVENT_PROC_NONE : *direction});
 }
 
 std::string FullModulePath(const std::string& path) {
@@ -36,6 +39,7 @@ Module::Module(const std::string& path) : m_Path(FullModulePath(path)), m_Librar
         if (IsFailure(result)) {
             throw HostError(EXIT_NO_MODULE, m_Path + " does not register: " + ResultText(result));
         }
+        CheckOperations();
     } catch (...) {
         FreeLibrary(m_Library);
         throw;
@@ -61,10 +65,19 @@ std::int32_t Module::Register() {
     return result;
 }
 
+void Module::CheckOperations() const {
+    for (const REGISTERED_OPERATION& operation : m_Operations) {
+        if (operation.name[0] == '\0') {
+            throw HostError(EXIT_NO_MODULE, m_Path + " registers an operation without a name");
+        }
+    }
+}
+
 const REGISTERED_OPERATION& Module::Find(std::string_view name) const {
-    const auto found = std::find_if(
-        m_Operations.begin(), m_Operations.end(),
-        [&](const auto& operation) { return operation.name == name; });
+    const auto found =
+        std::find_if(m_Operations.begin(), m_Operations.end(), [&](const auto& operation) {
+            return operation.name == name && operation.procedure != nullptr;
+        });
     if (found == m_Operations.end()) {
         throw HostError(EXIT_NO_MODULE, m_Path + " does not register " + std::string(name));
     }

@@ -33,11 +33,12 @@ class Module {
     /// In the order of registration.
     const std::vector<REGISTERED_OPERATION>& Operations() const { return m_Operations; }
 
-    /// Throws EXIT_NO_MODULE if the module has not registered the name.
+    /// Throws EXIT_NO_MODULE if the module has not registered the name, with a procedure.
     const REGISTERED_OPERATION& Find(std::string_view name) const;
 
   private:
     std::int32_t Register();
+    void CheckOperations() const;
 
     std::string m_Path;
     HMODULE m_Library;

@@ -155,7 +155,9 @@ unsigned int DigitValue(char character) {
 }
 
 /// Reads as far as there are digits, modulo 2 to the power 32; 0 where there are none.
+/// Of a quoted text the blanks in front count for nothing either.
 UINT ParseInteger(std::string_view text) {
+    text = Trim(text);
     const bool bNegative = text.starts_with('-');
     text.remove_prefix(bNegative || text.starts_with('+') ? 1 : 0);
     const unsigned int radix = TakeRadix(text);

@@ -1,6 +1,7 @@
 // A module that does what the file harm.txt says: "crash" or "hang" when it is loaded,
 // "exit" when it registers; with "leave" it registers as the module beside it does, and ends the
-// program when it is unloaded; else it registers two operations in a way that is not theirs.
+// program when it is unloaded; with "strange" it registers those in directions that there are not,
+// with "nameless" one without a name; else it registers two operations in a way that is not theirs.
 #include <cstdlib>
 #include <fstream>
 #include <string>
@@ -37,19 +38,34 @@ const Module s_Module;
 
 }  // namespace
 
+static EVENT_PROC_REGISTER_FUNC g_pCallback = nullptr;
+
+static void RegisterStrangely(
+    const char* name, EVENT_PROC procedure, std::int32_t* size, std::int32_t* direction,
+    std::int32_t* reserved) {
+    *direction += 7;
+    g_pCallback(name, procedure, size, direction, reserved);
+}
+
 extern "C" MODULE_API std::int32_t RegisterEventProcList(EVENT_PROC_REGISTER_FUNC callback) {
     if (IsAsked("exit")) {
         std::_Exit(0);
     }
-    if (IsAsked("leave")) {
+    if (IsAsked("leave") || IsAsked("strange")) {
+        g_pCallback = callback;
         const std::string sound = (ProgramFolder() / MODULE_FILE_NAME).string();
         const auto pRegister = reinterpret_cast<void (*)()>(
             GetProcAddress(LoadLibraryA(sound.c_str()), "RegisterEventProcList"));
-        return reinterpret_cast<decltype(&RegisterEventProcList)>(pRegister)(callback);
+        return reinterpret_cast<decltype(&RegisterEventProcList)>(pRegister)(
+            IsAsked("leave") ? callback : &RegisterStrangely);
     }
     std::int32_t size = 4;
     std::int32_t direction = EVENT_PROC_OUT;
     std::int32_t reserved = 0;
+    if (IsAsked("nameless")) {
+        callback(nullptr, nullptr, nullptr, nullptr, nullptr);
+        return 0;
+    }
     callback("GetBodyID", nullptr, &size, &direction, &reserved);
     direction = EVENT_PROC_IN;
     callback("SetSoundVolume", nullptr, &size, &direction, &reserved);

@@ -152,10 +152,24 @@ TEST(JighostDoctorTest, ModuleThatDoesHarmIsToldAndEndsNobodyElse) {
         "failed +registrations +2, missing: .*, GetBodyID with size 4 and direction 1 in place of "
         "20 and 1\n");
     expect("leave", "ok +registrations +131\nfailed +unloads +ends the program: exit code 0");
+    expect("nameless", "failed +registrations +.*without a name");
     WriteFile("cut.so", ReadFile(BuildFolder() / MODULE_FILE).substr(0, 100'000));
     const JIGHOST_RUN run = RunJighost({"run", "GetBodyID", "--module", "cut.so"});
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_THAT(run.errors, ContainsRegex("-bit \\w+ library, cut off ahead of its end"));
+}
+
+TEST(JighostDocsTest, ModuleThatLacksOperationsIsToldAheadOfTheDocument) {
+    const FreshFolder folder;
+    WriteFile("harm.txt", "nothing");
+    const JIGHOST_RUN lacking = RunJighost({"docs", "--module", BadModule()});
+    EXPECT_EQ(lacking.exitCode, 3);
+    EXPECT_EQ(lacking.output, "");
+    EXPECT_THAT(lacking.errors, HasSubstr("does not register "));
+    WriteFile("harm.txt", "strange");
+    const JIGHOST_RUN strange = RunJighost({"docs", "--module", BadModule()});
+    EXPECT_EQ(strange.exitCode, 0);
+    EXPECT_THAT(strange.output, HasSubstr("| 0, 10 |")) << "EVENT_PROC_NONE, 3, and 7";
 }
 
 }  // namespace

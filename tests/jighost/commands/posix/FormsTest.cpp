@@ -87,8 +87,16 @@ TEST_F(JighostFormsTest, DumpsAreToldAndCompared) {
         {"dump a --body desk.yaml", 0, "239 files, 3132188 bytes, T s in a\n", ""},
         {"dump b --body desk.yaml --json", 0,
          "{\n  \"format\": 1,\n  \"folder\": \"b\",\n  \"files\": 239,\n  \"bytes\": 3132188,\n"
+         "  \"result\": 0,\n  \"result_name\": \"RESULT_SUCCESS\",\n  \"error\": \"\",\n"
          "  \"time_ms\": T\n}\n",
          ""},
+        {"dump a --json --fault LoadPropertyData:3=0x2001", 4,
+         "{\n  \"format\": 1,\n  \"folder\": \"a\",\n  \"files\": 2,\n  \"bytes\": 8,\n"
+         "  \"result\": 8193,\n  \"result_name\": \"event or link code\",\n"
+         "  \"error\": \"[EVNT] --fault LoadPropertyData:3=0x2001\",\n  \"time_ms\": T\n}\n",
+         Refusal("LoadPropertyData failed at row 3 of 239, PROP_SENSOR_NUMBER: [EVNT] --fault "
+                 "LoadPropertyData:3=0x2001, event or link code (8193); the files of the rows "
+                 "before are complete")},
         {"dump none", 2, "", Refusal("there is no folder none")},
         {"dump a --fault LoadPropertyData:1=0x2001", 4, "",
          Refusal("LoadPropertyData failed at row 1 of 239, PROP_TUNING_FLAG: "
