@@ -6,7 +6,10 @@ install(TARGETS recorder_link recorder_module RUNTIME DESTINATION desk/recorder
     LIBRARY DESTINATION desk/recorder)
 install(FILES ${RUNTIME_FILES} share/BoardInf.ini DESTINATION desk)
 install(DIRECTORY sequences DESTINATION desk)
-install(FILES ${YAML_SOURCE}/LICENSE DESTINATION licences RENAME yaml-cpp.txt)
+foreach(LIBRARY yaml-cpp simdjson)
+    install(FILES ${PROJECT_SOURCE_DIR}/build/${LIBRARY}/LICENSE DESTINATION licences
+        RENAME ${LIBRARY}.txt)
+endforeach()
 
 # The manual pages, as texts.
 set(PAGES ${PROJECT_BINARY_DIR}/manual)

@@ -1,6 +1,6 @@
 # The libraries of the command-line host on Windows, for which the distribution builds none. Two
-# are headers alone and serve as they lie on this machine; the one for YAML is built from its
-# source, which cmake/get-source has put into build/.
+# are headers alone and serve as they lie on this machine; others are built from their sources,
+# which cmake/get-source has put into build/.
 foreach(HEADER CLI/CLI.hpp nlohmann/json.hpp)
     cmake_path(GET HEADER PARENT_PATH FOLDER)
     find_path(${FOLDER}_PLACE ${HEADER} REQUIRED NO_CMAKE_FIND_ROOT_PATH PATHS /usr/include)
@@ -13,11 +13,17 @@ add_library(nlohmann_json::nlohmann_json INTERFACE IMPORTED)
 target_include_directories(CLI11::CLI11 SYSTEM INTERFACE ${PROJECT_BINARY_DIR}/headers)
 target_include_directories(nlohmann_json::nlohmann_json SYSTEM INTERFACE ${PROJECT_BINARY_DIR}/headers)
 
-set(YAML_SOURCE ${PROJECT_SOURCE_DIR}/build/yaml-cpp)
-if(NOT EXISTS ${YAML_SOURCE}/src)
-    message(FATAL_ERROR "there is no ${YAML_SOURCE}; cmake/get-source yaml-cpp build/yaml-cpp gets it")
-endif()
-file(GLOB YAML_SOURCES ${YAML_SOURCE}/src/*.cpp)
-add_library(yaml-cpp STATIC EXCLUDE_FROM_ALL ${YAML_SOURCES})
-target_include_directories(yaml-cpp SYSTEM PUBLIC ${YAML_SOURCE}/include)
-set_target_properties(yaml-cpp PROPERTIES COMPILE_OPTIONS -w)
+function(add_from_source LIBRARY FILES)
+    set(SOURCE ${PROJECT_SOURCE_DIR}/build/${LIBRARY})
+    if(NOT EXISTS ${SOURCE}/src)
+        message(FATAL_ERROR
+            "there is no ${SOURCE}; cmake/get-source ${LIBRARY} build/${LIBRARY} gets it")
+    endif()
+    file(GLOB SOURCES ${SOURCE}/src/${FILES})
+    add_library(${LIBRARY} STATIC EXCLUDE_FROM_ALL ${SOURCES})
+    target_include_directories(${LIBRARY} SYSTEM PUBLIC ${SOURCE}/include PRIVATE ${SOURCE}/src)
+    set_target_properties(${LIBRARY} PROPERTIES COMPILE_OPTIONS -w)
+endfunction()
+add_from_source(yaml-cpp *.cpp)
+add_from_source(simdjson simdjson.cpp)  # it includes the others
+add_library(simdjson::simdjson ALIAS simdjson)

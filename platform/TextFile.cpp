@@ -11,7 +11,7 @@
     throw std::runtime_error("can't read " + path.string() + ": " + reason);
 }
 
-static void CheckRegular(const std::filesystem::path& path) {
+void RequireRegularFile(const std::filesystem::path& path) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
     if (status.type() == std::filesystem::file_type::none || !exists(status)) {
@@ -23,7 +23,7 @@ static void CheckRegular(const std::filesystem::path& path) {
 }
 
 std::string ReadTextFile(const std::filesystem::path& path, std::uint64_t limit) {
-    CheckRegular(path);
+    RequireRegularFile(path);
     errno = 0;
     std::ifstream file(path, std::ios::binary);
     if (!file.is_open()) {

@@ -30,10 +30,7 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "link/Call.h"
 
@@ -49,17 +46,6 @@ constexpr TRACED_FAULT TRACED_FAULTS[] = {
     {Link::FAULT::CAMERA_EXCEPTION, "camera exception"},
     {Link::FAULT::STANDARD_EXCEPTION, "standard exception"},
     {Link::FAULT::INTEGER, "integer"},
-};
-
-struct TRACED_OPERATION {
-    std::string name;
-    std::size_t line = 0;                ///< of the file, from 1, where it begins
-    bool bNullRecord = false;            ///< the operation was given a null pointer
-    Link::Bytes record;                  ///< as it was given; it may lack zeros at its end
-    std::vector<Link::CALL> calls;       ///< with their answers
-    bool bUnanswered = false;            ///< the last one has none: it never returned
-    std::optional<std::int32_t> result;  ///< none: the trace ends within the operation
-    Link::Bytes returned;                ///< the record that came back, the same way
 };
 
 /// A file that can't be written, or is no trace; its text names the file.

@@ -1,315 +1,319 @@
-// Each line checked for its entry's fields, their types and their order.
+// Entries put together to operations, each checked for its place among the others.
 #include "trace/TraceReader.h"
 
 #include <algorithm>
-#include <limits>
-#include <map>
-#include <nlohmann/json.hpp>
-#include <sstream>
+#include <cstring>
 #include <utility>
 
-#include "platform/TextFile.h"
 #include "platform/Utf8Path.h"
-#include "trace/Base64.h"
-#include "trace/Hex.h"
-#include "trace/JsonLine.h"
-#include "trace/Trace.h"
+#include "trace/TraceHead.h"
 
-using Json = nlohmann::json;
-using Link::Bytes;
-using Link::CALL;
-using Link::FAILURE;
+// Far more than threads of a host and operations within each other; a hostile file has any number.
+static const std::size_t MOST_RUNNING = 1000;
 
-// A trace is kept whole in memory; a whole dump takes ten megabytes of it.
-static const std::uint64_t LARGEST_FILE = 256'000'000;
+// Of one operation that is to be had whole; a dump takes ten megabytes.
+static const std::size_t LARGEST_OPERATION = 256'000'000;
 
-// The parser takes twenty times as much memory. A log line of two megabytes may need six bytes for
-// each of its own.
-static const std::size_t LONGEST_LINE = 16'000'000;
+// --- Files ---
 
-static const int DEEPEST_FIELD = 2;  // an entry's failure has fields of its own
+TraceReader::TraceReader(const std::vector<std::string>& paths, Choice isWhole)
+    : m_Paths(InOrder(paths)), m_IsWhole(std::move(isWhole)) {
+    OpenNext();
+}
 
-static std::string ReadText(const std::string& path) {
-    try {
-        return ReadTextFile(PathOf(path), LARGEST_FILE);
-    } catch (const std::runtime_error& e) {
-        throw TraceError(e.what());
+void TraceReader::OpenNext() {
+    m_pNextEntries = std::make_unique<EntryReader>(m_Paths[m_Next]);
+    m_NextHead = ReadHead(*m_pNextEntries);
+}
+
+bool TraceReader::DoesNextContinue() const {
+    return PathOf(Path()).filename() == PathOf(m_NextHead.continues);
+}
+
+TRACE_ITEM TraceReader::BeginFile() {
+    m_pEntries = std::move(m_pNextEntries);
+    m_Head = std::exchange(m_NextHead, {});
+    ++m_Next;
+    m_Behind.reset();
+    return TRACE_ITEM::NEW_FILE;
+}
+
+TRACE_ITEM TraceReader::Next() {
+    for (;;) {
+        if (m_Behind && !m_Running.empty()) {
+            return HandOver(m_Running.begin());
+        }
+        if (m_Behind == TRACE_ITEM::NEW_FILE) {
+            m_bGap = false;
+            m_LastNumber = 0;
+            m_Serial.reset();
+            return BeginFile();
+        }
+        if (m_Behind) {
+            return TRACE_ITEM::END;
+        }
+        if (m_pEntries->Next()) {
+            if (const auto item = TakeEntry()) {
+                return *item;
+            }
+        } else if (m_Next == m_Paths.size()) {
+            m_Behind = TRACE_ITEM::END;
+        } else {
+            OpenNext();
+            if (DoesNextContinue()) {
+                return BeginFile();
+            }
+            m_Behind = TRACE_ITEM::NEW_FILE;
+        }
     }
 }
 
-namespace {
+TRACE_ITEM TraceReader::HandOver(std::vector<RUNNING>::iterator running) {
+    m_Operation = std::move(running->operation);
+    m_Operation.serial = m_Serial;
+    m_Running.erase(running);
+    return TRACE_ITEM::OPERATION;
+}
 
-/// What is wrong with a line, without its place.
-class LineError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
+// --- Entries ---
 
-const Json& Value(const Json& entry, const char* pszKey) {
-    const auto found = entry.find(pszKey);
-    if (found == entry.end()) {
-        throw LineError(std::string("expected \"") + pszKey + "\"");
+std::optional<TRACE_ITEM> TraceReader::TakeEntry() {
+    const std::string_view entry = m_pEntries->Token(FIELD_ID::ENTRY);
+    if (entry == R"("call")") {
+        TakeCall();
+    } else if (entry == R"("answer")") {
+        TakeAnswer();
+    } else if (entry == R"("log")") {
+        TakeLog();
+    } else if (entry == R"("operation")") {
+        TakeOperation();
+    } else if (entry == R"("result")") {
+        return TakeResult();
+    } else if (entry == R"("gap")") {
+        return TakeGap();
+    } else {
+        m_pEntries->TextAt(FIELD_ID::ENTRY);
+        m_pEntries->RefuseValue(
+            FIELD_ID::ENTRY, "\"operation\", \"call\", \"answer\", \"result\", \"log\" or \"gap\"");
     }
-    return *found;
+    return std::nullopt;
 }
 
-[[noreturn]] void RefuseValue(const Json& value, const char* pszKey, const std::string& expected) {
-    const std::size_t longest = 40;
-    std::string text = value.dump(-1, ' ', false, Json::error_handler_t::replace);
-    if (text.size() > longest) {
-        text = text.substr(0, longest) + "...";
+/// The record of an operation or a result; empty for a null pointer.
+static Link::Bytes RecordOf(const EntryReader& entries) {
+    return entries.IsNull(FIELD_ID::RECORD) ? Link::Bytes() : entries.BytesAt(FIELD_ID::RECORD);
+}
+
+void TraceReader::TakeOperation() {
+    RUNNING running;
+    TRACED_OPERATION& operation = running.operation;
+    operation.number = m_pEntries->NumberAt<std::uint32_t>(FIELD_ID::OPERATION);
+    operation.name = m_pEntries->TextAt(FIELD_ID::NAME);
+    operation.line = m_pEntries->Line();
+    if (m_pEntries->Has(FIELD_ID::AT)) {
+        operation.at = m_pEntries->NumberAt<std::int64_t>(FIELD_ID::AT);
     }
-    throw LineError(std::string(pszKey) + ": expected " + expected + ", got " + text);
-}
-
-template <class Number>
-Number NumberOf(const Json& value, const char* pszKey) {
-    using Limits = std::numeric_limits<Number>;
-    const bool bFits =
-        value.is_number_unsigned()
-            ? std::in_range<Number>(value.get<std::uint64_t>())
-            : value.is_number_integer() && std::in_range<Number>(value.get<std::int64_t>());
-    if (!bFits) {
-        RefuseValue(
-            value, pszKey,
-            "a number from " + std::to_string(Limits::min()) + " to " +
-                std::to_string(Limits::max()));
+    if (operation.number <= m_LastNumber) {
+        m_pEntries->RefuseValue(FIELD_ID::OPERATION, "more than " + std::to_string(m_LastNumber));
     }
-    return value.get<Number>();
-}
-
-template <class Number>
-Number NumberAt(const Json& entry, const char* pszKey) {
-    return NumberOf<Number>(Value(entry, pszKey), pszKey);
-}
-
-template <class Number>
-std::optional<Number> OptionalNumberAt(const Json& entry, const char* pszKey) {
-    const Json& value = Value(entry, pszKey);
-    return value.is_null() ? std::nullopt : std::optional(NumberOf<Number>(value, pszKey));
-}
-
-std::string TextAt(const Json& entry, const char* pszKey) {
-    const Json& value = Value(entry, pszKey);
-    if (!value.is_string()) {
-        RefuseValue(value, pszKey, "a text");
+    m_LastNumber = operation.number;
+    if (m_Running.size() == MOST_RUNNING) {
+        m_pEntries->Refuse(
+            "expected at most " + std::to_string(MOST_RUNNING) + " operations at one moment");
     }
-    return value.get<std::string>();
-}
-
-Bytes BytesAt(const Json& entry, const char* pszKey) {
-    const std::string text = TextAt(entry, pszKey);
-    const std::optional<Bytes> bytes =
-        text.starts_with(JsonLine::BASE64)
-            ? ParseBase64(std::string_view(text).substr(JsonLine::BASE64.size()))
-            : ParseHex(text);
-    if (!bytes) {
-        RefuseValue(
-            entry.at(pszKey), pszKey,
-            "bytes as hexadecimal digits, two for each, or as base64 behind \"base64:\"");
+    running.bWhole = m_IsWhole(operation);
+    if (running.bWhole) {
+        operation.bNullRecord = m_pEntries->IsNull(FIELD_ID::RECORD);
+        operation.record = RecordOf(*m_pEntries);
     }
-    return *bytes;
+    m_Running.push_back(std::move(running));
 }
 
-bool FlagAt(const Json& entry, const char* pszKey) {
-    const Json& value = Value(entry, pszKey);
-    if (!value.is_boolean()) {
-        RefuseValue(value, pszKey, "true or false");
+/// The end for none.
+std::vector<TraceReader::RUNNING>::iterator TraceReader::FindRunning() {
+    const auto number = m_pEntries->NumberAt<std::uint32_t>(FIELD_ID::OPERATION);
+    const auto found = std::find_if(
+        m_Running.begin(), m_Running.end(),
+        [&](const RUNNING& running) { return running.operation.number == number; });
+    if (found == m_Running.end() && number > m_Head.operationsBefore && !m_bGap) {
+        m_pEntries->Refuse("there can be no " + m_pEntries->TextAt(FIELD_ID::ENTRY) + " here");
     }
-    return value.get<bool>();
+    return found;
 }
 
-std::optional<FAILURE> FailureAt(const Json& entry) {
-    const Json& value = Value(entry, "failure");
-    if (value.is_null()) {
+/// The operation whose call an entry begins or answers; null for one that nobody knows, and for
+/// calls outside all operations.
+TraceReader::RUNNING* TraceReader::RunningCall(bool bUnanswered) {
+    const auto running = FindRunning();
+    if (running == m_Running.end()) {
+        return nullptr;
+    }
+    TRACED_OPERATION& operation = running->operation;
+    const auto number = m_pEntries->NumberAt<std::uint32_t>(FIELD_ID::CALL);
+    if (operation.bTorn) {
+        return nullptr;
+    }
+    if (operation.bUnanswered != bUnanswered) {
+        m_pEntries->Refuse("there can be no " + m_pEntries->TextAt(FIELD_ID::ENTRY) + " here");
+    }
+    operation.callCount += bUnanswered ? 0 : 1;
+    if (number != operation.callCount) {
+        m_pEntries->RefuseValue(FIELD_ID::CALL, std::to_string(operation.callCount));
+    }
+    operation.bUnanswered = !bUnanswered;
+    return &*running;
+}
+
+/// Bounds what one operation may take of the memory.
+void TraceReader::CountBytes(RUNNING& running) const {
+    running.operation.size += m_pEntries->Size();
+    if (running.operation.size > LARGEST_OPERATION) {
+        m_pEntries->Refuse(
+            "expected at most " + std::to_string(LARGEST_OPERATION) + " bytes of one operation");
+    }
+}
+
+/// Of a line of the module's log nobody tells whose it is: most likely the innermost operation's.
+void TraceReader::TakeLog() {
+    if (m_Running.empty() || !m_Running.back().bWhole) {
+        return;
+    }
+    CountBytes(m_Running.back());
+    TRACED_OPERATION& operation = m_Running.back().operation;
+    operation.log.push_back(
+        {.calls = operation.callCount,
+         .bInterleaved =
+             m_pEntries->Has(FIELD_ID::INTERLEAVED) && m_pEntries->FlagAt(FIELD_ID::INTERLEAVED),
+         .text = m_pEntries->TextAt(FIELD_ID::LINE)});
+}
+
+// --- Calls ---
+
+// The body's ID among its properties: the upper 32 bits of a number first, then the lower ones,
+// each little-endian. Its last six decimal digits are the serial number.
+static const std::string_view BODY_ID_TOKEN = "16777222";
+static const std::uint64_t SERIAL_NUMBERS = 1'000'000;
+
+static std::optional<std::uint32_t> SerialOf(const Link::Bytes& bodyID) {
+    std::array<std::uint32_t, 2> words{};
+    if (bodyID.size() != sizeof(words)) {
         return std::nullopt;
     }
-    const std::string kind = TextAt(value, "kind");
+    std::memcpy(words.data(), bodyID.data(), sizeof(words));
+    return static_cast<std::uint32_t>((std::uint64_t{words[0]} << 32 | words[1]) % SERIAL_NUMBERS);
+}
+
+static bool IsOfBodyID(const EntryReader& entries) {
+    const std::string_view function = entries.Token(FIELD_ID::FUNCTION);
+    return entries.Token(FIELD_ID::ID) == BODY_ID_TOKEN &&
+           (function == R"("CProperty::Get")" || function == R"("CProperty::Set")");
+}
+
+static Link::CALL RequestOf(const EntryReader& entries) {
+    Link::CALL call;
+    call.function = entries.TextAt(FIELD_ID::FUNCTION);
+    call.name = entries.TextAt(FIELD_ID::NAME);
+    call.id = entries.NumberAt<std::uint32_t>(FIELD_ID::ID);
+    call.value = entries.NumberAt<std::int64_t>(FIELD_ID::VALUE);
+    call.fromList = entries.FlagAt(FIELD_ID::FROM_LIST);
+    call.sent = entries.BytesAt(FIELD_ID::SENT);
+    return call;
+}
+
+void TraceReader::TakeCall() {
+    RUNNING* pRunning = RunningCall(false);
+    if (pRunning == nullptr) {
+        m_OtherCalls += m_pEntries->Token(FIELD_ID::OPERATION) == "0" ? 1 : 0;
+        return;
+    }
+    pRunning->bBodyID = IsOfBodyID(*m_pEntries);
+    if (pRunning->bBodyID) {
+        pRunning->serialSent = SerialOf(m_pEntries->BytesAt(FIELD_ID::SENT));
+    }
+    if (pRunning->bWhole) {
+        CountBytes(*pRunning);
+        pRunning->operation.calls.push_back(RequestOf(*m_pEntries));
+    }
+}
+
+static std::optional<Link::FAILURE> FailureOf(const EntryReader& entries) {
+    if (entries.IsNull(FIELD_ID::FAILURE)) {
+        return std::nullopt;
+    }
+    const std::string kind = entries.TextAt(FIELD_ID::KIND);
     const auto* pNamed = std::find_if(
         std::begin(TRACED_FAULTS), std::end(TRACED_FAULTS),
         [&](const TRACED_FAULT& named) { return named.name == kind; });
     if (pNamed == std::end(TRACED_FAULTS)) {
-        RefuseValue(value, "failure", "a known kind");
+        entries.RefuseValue(FIELD_ID::KIND, "a known kind of failure");
     }
-    FAILURE failure;
+    Link::FAILURE failure;
     failure.kind = pNamed->kind;
-    failure.code = NumberAt<std::int32_t>(value, "code");
-    failure.message = TextAt(value, "message");
+    failure.code = entries.NumberAt<std::int32_t>(FIELD_ID::CODE);
+    failure.message = entries.TextAt(FIELD_ID::MESSAGE);
     return failure;
 }
 
-/// Takes a trace line by line; throws LineError.
-class TraceReader {
-  public:
-    /// `number` is the line's in the file, from 1.
-    void Take(const std::string& line, std::size_t number);
-
-    bool IsEmpty() const { return !m_bStarted; }
-    std::vector<TRACED_OPERATION> operations;
-
-  private:
-    void TakeStart(const Json& json);
-    void TakeOperation(const Json& entry, std::size_t number);
-    void TakeCall(const Json& entry);
-    void TakeAnswer(const Json& entry);
-    void TakeResult(const Json& entry);
-    [[noreturn]] void TakeGap(const Json& entry);
-
-    TRACED_OPERATION* Running(const Json& entry, bool bUnanswered);
-
-    bool m_bStarted = false;
-    std::uint32_t m_Before = 0;                      // operations that began in another file
-    std::map<std::uint32_t, std::size_t> m_Running;  // number to place in `operations`
-};
-
-/// A JSON object. What lies deeper in it than an entry's own fields would only cost time and stack.
-static Json ParseLine(const std::string& line) {
-    if (line.size() > LONGEST_LINE) {
-        throw LineError("expected at most " + std::to_string(LONGEST_LINE) + " bytes in a line");
-    }
-    const auto checkDepth = [](int depth, Json::parse_event_t, const Json&) {
-        if (depth > DEEPEST_FIELD) {
-            throw LineError("expected a JSON object with fields of plain values");
-        }
-        return true;
-    };
-    Json json = Json::parse(line, checkDepth, false);
-    if (!json.is_object()) {
-        throw LineError("expected a JSON object");
-    }
-    return json;
+static double TimeOf(const EntryReader& entries) {
+    return entries.Has(FIELD_ID::TIME) ? entries.FractionAt(FIELD_ID::TIME) : 0;
 }
 
-void TraceReader::Take(const std::string& line, std::size_t number) {
-    const Json json = ParseLine(line);
-    if (!m_bStarted) {
-        TakeStart(json);
+static void TakeAnswerOf(const EntryReader& entries, Link::CALL& call) {
+    call.received = entries.BytesAt(FIELD_ID::RECEIVED);
+    call.sizeLeft = entries.OptionalNumberAt<std::uint32_t>(FIELD_ID::SIZE_LEFT);
+    call.result = entries.OptionalNumberAt<std::int32_t>(FIELD_ID::RESULT);
+    call.failure = FailureOf(entries);
+}
+
+void TraceReader::TakeAnswer() {
+    RUNNING* pRunning = RunningCall(true);
+    if (pRunning == nullptr) {
         return;
     }
-    const std::string entry = TextAt(json, "entry");
-    if (entry == "operation") {
-        TakeOperation(json, number);
-    } else if (entry == "call") {
-        TakeCall(json);
-    } else if (entry == "answer") {
-        TakeAnswer(json);
-    } else if (entry == "result") {
-        TakeResult(json);
-    } else if (entry == "gap") {
-        TakeGap(json);
-    } else if (entry != "log") {
-        RefuseValue(
-            json.at("entry"), "entry",
-            "\"operation\", \"call\", \"answer\", \"result\", \"log\" or \"gap\"");
+    if (pRunning->bBodyID && m_pEntries->IsNull(FIELD_ID::FAILURE)) {
+        const auto received = SerialOf(m_pEntries->BytesAt(FIELD_ID::RECEIVED));
+        const auto serial = received ? received : pRunning->serialSent;
+        m_Serial = serial ? serial : m_Serial;
+    }
+    if (pRunning->bWhole) {
+        CountBytes(*pRunning);
+        TakeAnswerOf(*m_pEntries, pRunning->operation.calls.back());
+        pRunning->operation.callTimes.push_back(TimeOf(*m_pEntries));
     }
 }
 
-void TraceReader::TakeStart(const Json& json) {
-    const auto format = NumberAt<std::uint32_t>(json, "format");
-    if (TextAt(json, "content") != TRACE_CONTENT || format == 0 || format > TRACE_FORMAT) {
-        throw LineError(
-            std::string("expected a ") + TRACE_CONTENT + " of format 1 to " +
-            std::to_string(TRACE_FORMAT));
+// --- Ends and gaps ---
+
+std::optional<TRACE_ITEM> TraceReader::TakeResult() {
+    const auto running = FindRunning();
+    if (running == m_Running.end()) {
+        ++m_Beginningless;
+        return std::nullopt;
     }
-    if (json.contains("operations_before")) {
-        m_Before = NumberAt<std::uint32_t>(json, "operations_before");
+    TRACED_OPERATION& operation = running->operation;
+    if (operation.bUnanswered && !operation.bTorn) {
+        m_pEntries->Refuse("there can be no result here");
     }
-    m_bStarted = true;
+    operation.result = m_pEntries->NumberAt<std::int32_t>(FIELD_ID::RESULT);
+    operation.time = TimeOf(*m_pEntries);
+    if (running->bWhole) {
+        operation.returned = RecordOf(*m_pEntries);
+    }
+    return HandOver(running);
 }
 
-void TraceReader::TakeOperation(const Json& entry, std::size_t number) {
-    TRACED_OPERATION operation;
-    operation.name = TextAt(entry, "name");
-    operation.line = number;
-    operation.bNullRecord = Value(entry, "record").is_null();
-    operation.record = operation.bNullRecord ? Bytes() : BytesAt(entry, "record");
-    m_Running[NumberAt<std::uint32_t>(entry, "operation")] = operations.size();
-    operations.push_back(std::move(operation));
-}
-
-/// The operation that this entry belongs to; null for one that began in another file, and for calls
-/// outside all operations.
-TRACED_OPERATION* TraceReader::Running(const Json& entry, bool bUnanswered) {
-    const auto number = NumberAt<std::uint32_t>(entry, "operation");
-    const auto running = m_Running.find(number);
-    if (running == m_Running.end() && number <= m_Before) {
-        return nullptr;
+/// What is missing may be a part of each operation that runs.
+TRACE_ITEM TraceReader::TakeGap() {
+    m_Gap = {};
+    m_Gap.entries = m_pEntries->NumberAt<std::int64_t>(FIELD_ID::ENTRIES);
+    m_Gap.why = m_pEntries->TextAt(FIELD_ID::WHY);
+    m_Gap.line = m_pEntries->Line();
+    if (m_pEntries->Has(FIELD_ID::AT)) {
+        m_Gap.at = m_pEntries->NumberAt<std::int64_t>(FIELD_ID::AT);
     }
-    if (running == m_Running.end() || operations[running->second].bUnanswered != bUnanswered) {
-        throw LineError("there can be no " + TextAt(entry, "entry") + " here");
+    m_bGap = true;
+    for (RUNNING& running : m_Running) {
+        running.operation.bTorn = true;
     }
-    return &operations[running->second];
-}
-
-static void CheckCallNumber(const Json& entry, std::size_t expected) {
-    if (NumberAt<std::uint32_t>(entry, "call") != expected) {
-        RefuseValue(entry.at("call"), "call", std::to_string(expected));
-    }
-}
-
-void TraceReader::TakeCall(const Json& entry) {
-    TRACED_OPERATION* pOperation = Running(entry, false);
-    if (pOperation == nullptr) {
-        return;
-    }
-    CheckCallNumber(entry, pOperation->calls.size() + 1);
-    CALL call;
-    call.function = TextAt(entry, "function");
-    call.name = TextAt(entry, "name");
-    call.id = NumberAt<std::uint32_t>(entry, "id");
-    call.value = NumberAt<std::int64_t>(entry, "value");
-    call.fromList = FlagAt(entry, "from_list");
-    call.sent = BytesAt(entry, "sent");
-    pOperation->calls.push_back(std::move(call));
-    pOperation->bUnanswered = true;
-}
-
-void TraceReader::TakeAnswer(const Json& entry) {
-    TRACED_OPERATION* pOperation = Running(entry, true);
-    if (pOperation == nullptr) {
-        return;
-    }
-    CheckCallNumber(entry, pOperation->calls.size());
-    CALL& call = pOperation->calls.back();
-    call.received = BytesAt(entry, "received");
-    call.sizeLeft = OptionalNumberAt<std::uint32_t>(entry, "size_left");
-    call.result = OptionalNumberAt<std::int32_t>(entry, "result");
-    call.failure = FailureAt(entry);
-    pOperation->bUnanswered = false;
-}
-
-void TraceReader::TakeResult(const Json& entry) {
-    TRACED_OPERATION* pOperation = Running(entry, false);
-    if (pOperation == nullptr) {
-        return;
-    }
-    pOperation->returned = Value(entry, "record").is_null() ? Bytes() : BytesAt(entry, "record");
-    pOperation->result = NumberAt<std::int32_t>(entry, "result");
-    m_Running.erase(NumberAt<std::uint32_t>(entry, "operation"));
-}
-
-/// What is missing may be an answer that the operations behind it depend on.
-void TraceReader::TakeGap(const Json& entry) {
-    throw LineError(
-        std::to_string(NumberAt<std::uint64_t>(entry, "entries")) +
-        " entries are missing here: " + TextAt(entry, "why"));
-}
-
-}  // namespace
-
-std::vector<TRACED_OPERATION> ReadTrace(const std::string& path) {
-    std::istringstream file(ReadText(path));
-    TraceReader reader;
-    std::size_t number = 1;
-    try {
-        for (std::string line; std::getline(file, line) && !file.eof(); ++number) {
-            reader.Take(line, number);
-        }
-        if (reader.IsEmpty()) {
-            throw LineError("expected the first line of a trace");
-        }
-    } catch (const LineError& e) {
-        throw TraceError(path + ':' + std::to_string(number) + ": " + e.what());
-    }
-    return std::move(reader.operations);
+    return TRACE_ITEM::GAP;
 }

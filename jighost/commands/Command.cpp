@@ -18,7 +18,11 @@ void Command::SetFooter(const std::string& text) {
 }
 
 void Command::SetWork(const std::function<void()>& work) {
-    m_pApp->callback(work);
+    m_pApp->callback([pApp = m_pApp, work] {
+        if (pApp->get_subcommands().empty()) {
+            work();
+        }
+    });
 }
 
 void Command::AddArgument(const std::string& name, std::string& value, const std::string& text) {

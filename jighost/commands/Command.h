@@ -24,7 +24,7 @@ class Command {
     void RequireCommand();
     /// Stands at the end of the help text.
     void SetFooter(const std::string& text);
-    /// Is called once the whole line has been read.
+    /// Is called once the whole line has been read, unless the line names a command of its own.
     void SetWork(const std::function<void()>& work);
 
     // What these are given is left in the variable, which must live as long as the command. A name

@@ -5,25 +5,30 @@
 
 #include "jighost/commands/CommonOptions.h"
 #include "jighost/output/Complaint.h"
+#include "jighost/sequence/SequenceOfTrace.h"
 #include "jighost/sequence/SequenceOutput.h"
 #include "jighost/sequence/SequenceRecord.h"
 #include "jighost/text/Numbers.h"
 #include "platform/Program.h"
 
 struct SEQUENCE_OPTIONS {
-    std::string path;
+    std::optional<std::string> path;
     std::string from;   // number or name of a step; empty for the first one
     std::string until;  // the same; empty for the last one
     std::string recordPath;
+    std::string tracePath;  // of the recording that a sequence is to be made of; or empty
 };
 
-static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options);
+static EXIT_CODE RunOrWrite(const HOST& host, const SEQUENCE_OPTIONS& options);
 
 void AddSequenceCommand(Command& program, HOST& host) {
     Command command = program.AddCommand(
         "sequence", "Runs the steps of a file and holds each against what is expected of it");
     const auto pOptions = std::make_shared<SEQUENCE_OPTIONS>();
-    command.AddArgument("file", pOptions->path, "The sequence");
+    command.AddOptionalArgument("file", pOptions->path, "The sequence");
+    command.AddOption(
+        "--from-trace", pOptions->tracePath,
+        "Runs nothing: writes a sequence with the operations and records of this trace", "FILE");
     command.AddOption("--from", pOptions->from, "First step, by number or name", "STEP");
     command.AddOption("--until", pOptions->until, "Last step, by number or name", "STEP");
     command.AddOption(
@@ -38,10 +43,15 @@ void AddSequenceCommand(Command& program, HOST& host) {
         "  jighost sequence sequences/identity.yaml --record run.json\n"
         "  jighost sequence sequences/identity.yaml --trace identity.jsonl\n"
         "  jighost sequence sequences/identity.yaml --fault FA_CopyVistaUniqueID=0x2001\n"
+        "  jighost sequence --from-trace recording.jsonl >line.yaml\n"
         "The file is checked before the first step runs; docs/bench.md shows its form. Ctrl-C "
         "ends\n"
-        "the sequence behind the step that runs. The record is whole behind each step.");
-    command.SetWork([&host, pOptions] { host.exitCode = RunFile(host, *pOptions); });
+        "the sequence behind the step that runs. The record is whole behind each step.\n"
+        "What --from-trace writes goes to standard output. A failure of the trace is expected of\n"
+        "its step; what else the steps came to is not. Exit code 5 tells that something is not "
+        "in\n"
+        "it as it was.");
+    command.SetWork([&host, pOptions] { host.exitCode = RunOrWrite(host, *pOptions); });
 }
 
 // --- Which steps ---
@@ -90,7 +100,7 @@ static SESSION_OPTIONS SessionOptions(
         std::any_of(sequence.always.begin(), sequence.always.end(), isDump)) {
         session.folderText = sequence.folderText;
     }
-    session.inputs.push_back({"the sequence", options.path});
+    session.inputs.push_back({"the sequence", *options.path});
     session.outputs.push_back({"--record", options.recordPath});
     return session;
 }
@@ -106,7 +116,7 @@ static void Report(const HOST& host, const SEQUENCE_RUN& run, const SequenceReco
 
 // What lasts comes first: who reads the report may go away.
 static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options) {
-    const SEQUENCE sequence = ReadSequence(options.path);
+    const SEQUENCE sequence = ReadSequence(*options.path);
     const STEP_RANGE range = FindRange(sequence, options);
     Session session(SessionOptions(host, options, sequence, range));
     RequireSteps(session, sequence);
@@ -126,4 +136,28 @@ static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options) {
     const bool bRecordWritten = DoOrComplain([&] { record.Finish(run); });
     Report(host, run, record);
     return session.Conclude(run.exitCode, bSessionWritten && bRecordWritten);
+}
+
+// --- What becomes of a trace ---
+
+static EXIT_CODE WriteFromTrace(const std::string& path) {
+    EXIT_CODE exitCode = EXIT_OK;
+    WriteSequenceOfTrace(std::cout, path, [&exitCode](const std::string& text) {
+        Complain(text);
+        exitCode = EXIT_UNEXPECTED;
+    });
+    return exitCode;
+}
+
+static EXIT_CODE RunOrWrite(const HOST& host, const SEQUENCE_OPTIONS& options) {
+    if (options.tracePath.empty() != options.path.has_value()) {
+        throw HostError(EXIT_WRONG_USE, "expected a sequence's file, or --from-trace and no file");
+    }
+    if (options.path) {
+        return RunFile(host, options);
+    }
+    if (!(options.from + options.until + options.recordPath).empty() || host.bJson) {
+        throw HostError(EXIT_WRONG_USE, "--from-trace runs nothing: expected no other option");
+    }
+    return WriteFromTrace(options.tracePath);
 }

@@ -4,125 +4,11 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "jighost/operations/ResultName.h"
 #include "jighost/output/CallText.h"
 #include "jighost/session/Interrupt.h"
 #include "jighost/text/HostError.h"
-#include "trace/TraceReader.h"
 
 using Link::CALL;
-
-static const std::size_t BYTES_SHOWN = 16;
-
-// --- Reading ---
-
-/// Whether more bytes came back than a trace keeps.
-static bool IsAnswerLost(const CALL& call) {
-    return call.received.empty() && call.value > Link::BLOCK_LIMIT &&
-           call.sizeLeft.value_or(0) > Link::BLOCK_LIMIT;
-}
-
-static void CheckOperation(const TRACED_OPERATION& operation) {
-    const OPERATION_INFO* pInfo = FindOperation(operation.name);
-    if (pInfo == nullptr) {
-        throw TraceError("name: expected an operation, got \"" + operation.name + '"');
-    }
-    const std::size_t room = NewRecord(*pInfo->record).size();
-    if (operation.record.size() > room || operation.returned.size() > room) {
-        throw TraceError("record: expected at most " + std::to_string(room) + " bytes");
-    }
-    if (std::any_of(operation.calls.begin(), operation.calls.end(), IsAnswerLost)) {
-        throw TraceError(
-            operation.name + " can't be replayed: the trace lacks an answer of more than " +
-            std::to_string(Link::BLOCK_LIMIT) + " bytes");
-    }
-}
-
-static void CheckOperations(
-    const std::string& path, const std::vector<TRACED_OPERATION>& operations) {
-    for (const TRACED_OPERATION& operation : operations) {
-        try {
-            CheckOperation(operation);
-        } catch (const TraceError& e) {
-            throw TraceError(path + ':' + std::to_string(operation.line) + ": " + e.what());
-        }
-    }
-}
-
-std::vector<TRACED_OPERATION> ReadOperations(const std::string& path) {
-    try {
-        std::vector<TRACED_OPERATION> operations = ReadTrace(path);
-        if (operations.empty()) {
-            throw TraceError(path + ": expected an operation at least, got none");
-        }
-        CheckOperations(path, operations);
-        return operations;
-    } catch (const TraceError& e) {
-        throw HostError(EXIT_WRONG_USE, e.what());
-    }
-}
-
-// --- Differences ---
-
-static std::size_t FirstDifferentByte(const RecordBytes& expected, const RecordBytes& made) {
-    const auto apart = std::mismatch(expected.begin(), expected.end(), made.begin(), made.end());
-    return static_cast<std::size_t>(apart.first - expected.begin());
-}
-
-static std::string BytesFrom(const RecordBytes& bytes, std::size_t offset) {
-    const auto rest = std::span(bytes).subspan(offset);
-    return rest.empty() ? "none" : ShortBytes(rest.first(std::min(rest.size(), BYTES_SHOWN)));
-}
-
-static std::string CallNumber(std::size_t index) {
-    return "call " + std::to_string(index + 1);
-}
-
-/// Whether the module asked the camera for the same.
-static bool IsSameRequest(const CALL& expected, const CALL& made) {
-    return expected.function == made.function && expected.name == made.name &&
-           expected.id == made.id && expected.value == made.value &&
-           expected.fromList == made.fromList && expected.sent == made.sent;
-}
-
-/// A call; of a block too long to be shown whole also what stands at the first different byte.
-static std::string LongText(const CALL& call, std::size_t offset) {
-    const std::string text = RequestText(call);
-    return call.sent.size() <= BYTES_SHOWN ? text
-                                           : text + "; from byte " + std::to_string(offset) +
-                                                 " on: " + BytesFrom(call.sent, offset);
-}
-
-/// The field at a place of the record, such as ", Data"; empty behind the record.
-static std::string FieldAt(const RECORD& record, std::size_t offset) {
-    for (const FIELD& field : record.fields) {
-        if (offset >= field.offset && offset < field.offset + field.width * field.count) {
-            return std::string(", ") + field.name;
-        }
-    }
-    return "";
-}
-
-static std::optional<DIFFERENCE> OutcomeDifference(
-    const TRACED_OPERATION& operation, const OPERATION_RUN& run) {
-    if (*operation.result != run.result) {
-        return DIFFERENCE{
-            .where = "result",
-            .expected = ResultText(*operation.result),
-            .made = ResultText(run.result)};
-    }
-    RecordBytes expected = operation.returned;
-    expected.resize(run.record.size());
-    if (expected == run.record) {
-        return std::nullopt;
-    }
-    const std::size_t offset = FirstDifferentByte(expected, run.record);
-    const std::string from = "record from byte " + std::to_string(offset) + " on";
-    return DIFFERENCE{
-        .where = from + FieldAt(*run.info->record, offset),
-        .expected = BytesFrom(expected, offset),
-        .made = BytesFrom(run.record, offset)};
-}
 
 // --- The camera's part ---
 
@@ -169,11 +55,8 @@ void Answers::Compare(const CALL& made) {
         }
         return;
     }
-    const CALL& expected = m_Operation.calls[answered];
-    if (!IsSameRequest(expected, made)) {
-        const std::size_t offset = FirstDifferentByte(expected.sent, made.sent);
-        Differ(LongText(expected, offset), LongText(made, offset));
-    } else if (m_Operation.bUnanswered && answered + 1 == m_Operation.calls.size()) {
+    difference = RequestDifference(answered, m_Operation.calls[answered], made);
+    if (!difference && m_Operation.bUnanswered && answered + 1 == m_Operation.calls.size()) {
         cut = CallNumber(answered) + ", " + RequestText(made) + ", which never returned";
     }
 }
@@ -201,6 +84,22 @@ void Answers::Finish() {
 }  // namespace
 
 // --- Operations ---
+
+/// A record's bytes as far as the trace has them. It lacks those of a record whose size nobody
+/// knew, and zeros behind the record's own.
+static std::optional<DIFFERENCE> OutcomeDifference(
+    const TRACED_OPERATION& operation, const OPERATION_RUN& run) {
+    if (auto difference = ResultDifference(*operation.result, run.result)) {
+        return difference;
+    }
+    RecordBytes expected = operation.returned;
+    RecordBytes made = run.record;
+    if (expected.size() < run.info->record->size) {
+        made.resize(std::min(expected.size(), made.size()));
+    }
+    expected.resize(made.size());
+    return RecordDifference(*run.info->record, expected, made);
+}
 
 static void ReplayOperation(Session& session, const TRACED_OPERATION& operation, REPLAY& replay) {
     const OPERATION_INFO& info = KnownOperation(operation.name);
@@ -233,7 +132,7 @@ REPLAY ReplayTrace(Session& session, const std::vector<TRACED_OPERATION>& trace)
         }
         ReplayOperation(session, operation, replay);
         if (replay.difference) {
-            replay.difference->operation = replay.operations + 1;
+            replay.difference->operation = operation.number;
             replay.difference->name = operation.name;
             return replay;
         }

@@ -5,17 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "jighost/recording/OperationDifference.h"
 #include "jighost/session/Session.h"
-#include "trace/Trace.h"
-
-/// The first thing that was not as recorded.
-struct DIFFERENCE {
-    std::size_t operation{};  ///< its number in the trace, from 1
-    std::string name{};       ///< of the operation
-    std::string where{};      ///< such as "call 3", "result"
-    std::string expected{};   ///< as recorded
-    std::string made{};       ///< as it came now
-};
+#include "trace/TracedOperation.h"
 
 struct REPLAY {
     std::size_t operations = 0;  ///< run whole and as recorded
@@ -23,10 +15,6 @@ struct REPLAY {
     std::optional<DIFFERENCE> difference;
     std::string cut;  ///< where the trace ends within an operation; empty if it does not
 };
-
-/// Reads a trace. Throws EXIT_WRONG_USE if the file is none, or if an operation of it is unknown or
-/// has more bytes than its record.
-std::vector<TRACED_OPERATION> ReadOperations(const std::string& path);
 
 /// Runs the operations of ReadOperations. Ends behind the first difference, where the trace was cut
 /// off, or when Ctrl-C comes. Throws EXIT_NO_MODULE if the module lacks one of the operations.

@@ -2,6 +2,7 @@
 #include <sstream>
 #include <thread>
 
+#include "jighost/replay/ChosenOperations.h"
 #include "jighost/session/Module.h"
 #include "platform/Process.h"
 #include "recorder/RecordingName.h"
@@ -9,7 +10,6 @@
 #include "tests/secondlink/LinkInUse.h"
 #include "tests/support/Driver.h"
 #include "tests/support/Support.h"
-#include "trace/TraceReader.h"
 
 using testing::HasSubstr;
 using testing::SizeIs;
@@ -118,7 +118,7 @@ TEST(RecorderTest, OperationsOfThreadsAndWithinOthersAreToldApart) {
         EXPECT_EQ(ThreadOf(begins[index]), thread);
     }
 
-    const std::vector<TRACED_OPERATION> operations = ReadTrace(path);
+    const std::vector<TRACED_OPERATION> operations = ReadOperations(path, {}).operations;
     ASSERT_THAT(operations, SizeIs(5));
     EXPECT_EQ(operations[1].result, 3);
     EXPECT_TRUE(operations[1].bNullRecord);

@@ -117,7 +117,7 @@ TEST_F(JighostTraceTest, HostileFilesEndInOneLine) {
                           std::string(depth, '[') + std::string(depth, ']') + "}\n");
     expect(
         {"replay", "deep.jsonl"},
-        "deep.jsonl:2: expected a JSON object with fields of plain values");
+        "deep.jsonl:2: entry: expected a text, got " + std::string(40, '[') + "...");
     WriteFile("start.jsonl", "{\"format\":1,\"content\":\"jighost trace\"}\n");
     expect({"replay", "start.jsonl"}, "start.jsonl: expected an operation at least, got none");
     WriteFile(

@@ -1,0 +1,18 @@
+// Moments of recordings, as people read and write them.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// How far the clock of a moment such as "2026-11-22T21:06:59+01:00" goes ahead of UTC; 0 for a
+/// text that does not tell.
+std::chrono::minutes ZoneOf(std::string_view moment);
+
+/// Such as "2026-11-22 21:06:59.123", by a clock of that zone; `at` are milliseconds since 1970.
+std::string MomentText(std::int64_t at, std::chrono::minutes zone);
+
+/// The same form from a text that may lack parts at its end, with "T" in the blank's place or
+/// without. Throws EXIT_WRONG_USE, which names the option.
+std::string ParseMoment(const std::string& option, std::string text);

@@ -1,0 +1,207 @@
+// Rows and summaries, for people and for programs.
+#include "jighost/recording/TraceOutput.h"
+
+#include <algorithm>
+#include <iostream>
+
+#include "jighost/operations/ResultName.h"
+#include "jighost/output/Colour.h"
+#include "jighost/recording/Moment.h"
+#include "jighost/text/HostError.h"
+#include "jighost/text/PlainText.h"
+
+static const std::size_t WRITE_SIZE = 65536;
+/// Different failures that are counted one by one.
+static const std::size_t MAX_FAILURES = 1000;
+
+TraceOutput::TraceOutput(TRACE_SELECTION selection, bool bJson)
+    : m_Selection(std::move(selection)), m_bJson(bJson) {
+    if (m_bJson) {
+        m_Text = JsonText({{"format", JSON_FORMAT}}, ON_ONE_LINE) + '\n';
+    }
+}
+
+void TraceOutput::Flush() {
+    std::cout << m_Text << std::flush;
+    m_Text.clear();
+}
+
+void TraceOutput::Add(const TraceReader& reader, const TRACED_OPERATION& operation) {
+    if (!operation.at && !(m_Selection.since + m_Selection.until).empty()) {
+        throw HostError(
+            EXIT_WRONG_USE, reader.Path() + ':' + std::to_string(operation.line) +
+                                ": tells no moment, as --since and --until need it");
+    }
+    const std::string moment = operation.at ? MomentText(*operation.at, m_Zone) : "";
+    if (!m_Selection.Has(operation, moment)) {
+        return;
+    }
+    CountIn(operation);
+    if (m_Selection.bFailed && !HasFailed(operation)) {
+        return;
+    }
+    if (m_bJson) {
+        m_Text += JsonText(OperationJson(operation), ON_ONE_LINE) + '\n';
+    } else {
+        WriteRow(operation, moment);
+    }
+    if (m_Text.size() >= WRITE_SIZE) {
+        Flush();
+    }
+}
+
+void TraceOutput::CountIn(const TRACED_OPERATION& operation) {
+    ++m_Count;
+    if (!HasFailed(operation)) {
+        return;
+    }
+    ++m_FailedCount;
+    if (!operation.result) {
+        ++m_EndlessCount;
+        return;
+    }
+    const std::pair failure(operation.name, *operation.result);
+    if (m_Failures.size() < MAX_FAILURES || m_Failures.contains(failure)) {
+        ++m_Failures[failure];
+    } else {
+        ++m_OtherFailures;
+    }
+}
+
+// --- Rows for people ---
+
+static void AppendRight(std::string& target, std::string_view text, std::size_t width) {
+    target.append(width - std::min(width, text.size()), ' ');
+    target += text;
+}
+
+static void AppendLeft(std::string& target, std::string_view text, std::size_t width) {
+    target += text;
+    target.append(width - std::min(width, text.size()), ' ');
+    target += ' ';
+}
+
+void TraceOutput::BeginFile(const TraceReader& reader) {
+    const TRACE_HEAD& head = reader.Head();
+    m_Zone = ZoneOf(head.started);
+    if (m_bJson) {
+        const Json process = head.process ? Json(*head.process) : Json(nullptr);
+        const Json file = {{"file", reader.Path()},   {"machine", head.machine},
+                           {"process", process},      {"program", head.program},
+                           {"started", head.started}, {"continues", head.continues}};
+        m_Text += JsonText(file, ON_ONE_LINE) + '\n';
+        return;
+    }
+    m_Text += PlainText(reader.Path());
+    if (head.process) {
+        m_Text += ": " + PlainText(head.program) + ", process " + std::to_string(*head.process) +
+                  " on " + PlainText(head.machine) + ", from " + PlainText(head.started);
+    }
+    m_Text += head.continues.empty() ? "" : ", goes on from " + PlainText(head.continues);
+    m_Text += '\n';
+}
+
+// Written by hand, since a recording may hold millions of operations.
+void TraceOutput::WriteRow(const TRACED_OPERATION& operation, const std::string& moment) {
+    AppendRight(m_Text, std::to_string(operation.number), 7);
+    m_Text += "  ";
+    m_Text += moment;
+    m_Text += moment.empty() ? "" : "  ";
+    AppendLeft(m_Text, PlainText(operation.name), 32);
+    const std::size_t start = m_Text.size();
+    AppendLeft(m_Text, OutcomeText(operation), 24);
+    if (HasFailed(operation)) {
+        m_Text.replace(start, std::string::npos, Coloured(m_Text.substr(start), COLOUR::RED));
+    }
+    AppendRight(m_Text, operation.result ? MillisecondsText(operation.time) : "-", 12);
+    AppendRight(m_Text, std::to_string(operation.callCount), 6);
+    m_Text += operation.callCount == 1 ? " call   " : " calls  ";
+    m_Text += operation.serial ? std::to_string(*operation.serial) : "-";
+    m_Text += '\n';
+}
+
+void TraceOutput::AddGap(const TRACED_GAP& gap) {
+    ++m_Gaps;
+    const Json moment = gap.at ? Json(*gap.at) : Json(nullptr);
+    if (m_bJson) {
+        const Json json = {{"missing", gap.entries}, {"at", moment}, {"why", gap.why}};
+        m_Text += JsonText(json, ON_ONE_LINE) + '\n';
+        return;
+    }
+    AppendRight(m_Text, "", 9);
+    m_Text += gap.at ? MomentText(*gap.at, m_Zone) + "  " : "";
+    m_Text += Coloured(
+        std::to_string(gap.entries) + " entries are missing: " + PlainText(gap.why), COLOUR::RED);
+    m_Text += '\n';
+}
+
+// --- The end ---
+
+void TraceOutput::WriteSummary(const TraceReader& reader) {
+    const auto add = [this](std::uint64_t count, const char* pszWhat) {
+        m_Text += count == 0 ? "" : ", " + std::to_string(count) + pszWhat;
+    };
+    m_Text += '\n' + std::to_string(m_Count) + (m_Count == 1 ? " operation, " : " operations, ") +
+              std::to_string(m_FailedCount) + " failed";
+    add(m_EndlessCount, " of these without an end");
+    add(m_Gaps, m_Gaps == 1 ? " gap" : " gaps");
+    add(reader.Beginningless(), " without a beginning");
+    add(reader.OtherCalls(), " calls outside all operations");
+    m_Text += '\n';
+    for (const auto& [failure, count] : m_Failures) {
+        AppendRight(m_Text, std::to_string(count), 7);
+        m_Text += "  ";
+        AppendLeft(m_Text, PlainText(failure.first), 32);
+        m_Text += ResultText(failure.second) + '\n';
+    }
+    if (m_OtherFailures > 0) {
+        m_Text += "  and " + std::to_string(m_OtherFailures) + " others\n";
+    }
+}
+
+static Json ResultJson(std::optional<std::int32_t> result) {
+    if (!result) {
+        return {{"result", nullptr}, {"result_name", nullptr}};
+    }
+    return {{"result", *result}, {"result_name", ResultName(*result)}};
+}
+
+Json OperationJson(const TRACED_OPERATION& operation) {
+    Json json = {{"number", operation.number}, {"at", nullptr}, {"operation", operation.name}};
+    if (operation.at) {
+        json["at"] = *operation.at;
+    }
+    json.update(ResultJson(operation.result));
+    json["time_ms"] = operation.result ? Json(operation.time) : Json(nullptr);
+    json["calls"] = operation.callCount;
+    json["unanswered"] = operation.bUnanswered;
+    json["whole"] = !operation.bTorn;
+    json["serial"] = operation.serial ? Json(*operation.serial) : Json(nullptr);
+    return json;
+}
+
+void TraceOutput::End(const TraceReader& reader) {
+    if (!m_bJson) {
+        WriteSummary(reader);
+        Flush();
+        return;
+    }
+    Json failures = Json::array();
+    for (const auto& [failure, count] : m_Failures) {
+        Json json = {{"operation", failure.first}};
+        json.update(ResultJson(failure.second));
+        json["count"] = count;
+        failures.push_back(json);
+    }
+    const Json summary = {
+        {"operations", m_Count},
+        {"failed", m_FailedCount},
+        {"endless", m_EndlessCount},
+        {"gaps", m_Gaps},
+        {"beginningless", reader.Beginningless()},
+        {"other_calls", reader.OtherCalls()},
+        {"failures", failures},
+        {"other_failures", m_OtherFailures}};
+    m_Text += JsonText({{"summary", summary}}, ON_ONE_LINE) + '\n';
+    Flush();
+}

@@ -1,0 +1,37 @@
+// What is known of an operation without its records and calls.
+#include "jighost/recording/TraceSelection.h"
+
+#include <array>
+#include <charconv>
+
+#include "frame/Result.h"
+#include "jighost/operations/ResultName.h"
+
+bool TRACE_SELECTION::Has(const TRACED_OPERATION& traced, const std::string& moment) const {
+    return (operation.empty() || traced.name == operation) &&
+           (!serial || traced.serial == serial) && (since.empty() || moment >= since) &&
+           (until.empty() || moment.substr(0, until.size()) <= until);
+}
+
+bool HasFailed(const TRACED_OPERATION& operation) {
+    return !operation.result || IsFailure(*operation.result);
+}
+
+std::string OutcomeText(const TRACED_OPERATION& operation) {
+    if (operation.result) {
+        return ResultText(*operation.result) + (operation.bTorn ? ", not whole" : "");
+    }
+    if (operation.bTorn) {
+        return "not whole";
+    }
+    return operation.bUnanswered ? "call " + std::to_string(operation.callCount) + " never returned"
+                                 : "never ended";
+}
+
+std::string MillisecondsText(double time) {
+    // A hostile number may have hundreds of digits.
+    std::array<char, 400> text{};
+    const auto [end, error] =
+        std::to_chars(text.begin(), text.end(), time, std::chars_format::fixed, 3);
+    return std::string(text.begin(), end) + " ms";
+}

@@ -1,0 +1,39 @@
+// A file's lines, one after the other, in blocks and with room behind each line for a parser that
+// looks at many bytes at once.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/FileReader.h"
+
+class LineReader {
+  public:
+    /// Behind each line that many bytes may be read, though nobody knows what they are. Throws
+    /// TraceError for what can't be opened or is no regular file.
+    LineReader(const std::string& path, std::size_t padding);
+
+    enum class FOUND { LINE, END, TOO_LONG };
+    /// The next whole line, without its end, is Text until the next call.
+    FOUND Next();
+    std::string_view Text() const { return m_Text; }
+    /// Bytes from the line's start that may be read.
+    std::size_t Room() const;
+
+  private:
+    bool ReadOn();
+
+    std::string m_Path;
+    std::size_t m_Padding;
+    FileReader m_File;
+    std::vector<char> m_Block;
+    std::size_t m_Begin = 0;  // what was not given yet, in the block
+    std::size_t m_End = 0;
+    std::string_view m_Text;
+};
+
+/// Far more than the longest entry: a log line of two megabytes may need six bytes for each of its
+/// own.
+constexpr std::size_t LONGEST_LINE = 16'000'000;
