@@ -2,14 +2,16 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
 
 class FileReader {
   public:
-    /// A file that can't be opened is told by IsOpen, with the reason in errno.
-    explicit FileReader(const std::string& path);
+    /// Reads from `position` on. A file that can't be opened is told by IsOpen, with the reason in
+    /// errno.
+    explicit FileReader(const std::string& path, std::int64_t position = 0);
     ~FileReader();
     FileReader(const FileReader&) = delete;
     FileReader& operator=(const FileReader&) = delete;

@@ -3,9 +3,10 @@
 
 #include <array>
 #include <cerrno>
-#include <fstream>
 #include <stdexcept>
 #include <system_error>
+
+#include "platform/FileReader.h"
 
 [[noreturn]] static void Refuse(const std::filesystem::path& path, const std::string& reason) {
     throw std::runtime_error("can't read " + path.string() + ": " + reason);
@@ -24,21 +25,18 @@ void RequireRegularFile(const std::filesystem::path& path) {
 
 std::string ReadTextFile(const std::filesystem::path& path, std::uint64_t limit) {
     RequireRegularFile(path);
-    errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    if (!file.is_open()) {
+    FileReader file(path.string());
+    if (!file.IsOpen()) {
         Refuse(path, std::generic_category().message(errno));
     }
     std::string text;
     std::array<char, 65536> block{};
-    while (file.read(block.data(), block.size()) || file.gcount() > 0) {
-        text.append(block.data(), static_cast<std::size_t>(file.gcount()));
+    for (std::size_t count = 1; count > 0;) {
+        count = file.Read(block);
+        text.append(block.data(), count);
         if (text.size() > limit) {
             Refuse(path, "expected at most " + std::to_string(limit) + " bytes");
         }
-    }
-    if (file.bad()) {
-        Refuse(path, std::generic_category().message(errno));
     }
     return text;
 }

@@ -1,12 +1,15 @@
 // The lines behind the log's former end.
 #include "jighost/session/AddedLog.h"
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 #include "bodylnk/SimulatedBody.h"
+#include "platform/FileReader.h"
 
 static const char LOG_FILE_NAME[] = "JigDll.log";
 
@@ -15,6 +18,18 @@ static std::uintmax_t LogSize() {
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(LOG_FILE_NAME, error);
     return error ? 0 : size;
+}
+
+/// Whoever wants to may delete or rename the file meanwhile.
+static std::string TextFrom(std::uintmax_t position) {
+    FileReader log(LOG_FILE_NAME, static_cast<std::int64_t>(position));
+    std::string text;
+    std::array<char, 4096> block{};
+    for (std::size_t count = 1; log.IsOpen() && count > 0;) {
+        count = log.Read(block);
+        text.append(block.data(), count);
+    }
+    return text;
 }
 
 AddedLog::AddedLog() : m_Position(LogSize()) {
@@ -50,8 +65,7 @@ const OwnLines& AddedLog::ReadOn() {
     const std::uintmax_t size = LogSize();
     m_Position = size < m_Position ? 0 : m_Position;  // deleted meanwhile, and begun anew
     if (size > m_Position) {
-        std::ifstream log(LOG_FILE_NAME, std::ios::binary);
-        log.seekg(static_cast<std::streamoff>(m_Position));
+        std::istringstream log(TextFrom(m_Position));
         for (std::string line; std::getline(log, line) && !log.eof();) {
             m_Position += line.size() + 1;
             line.resize(line.size() - (line.ends_with('\r') ? 1 : 0));

@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdint>
 #include <system_error>
 
 struct FileReader::STATE {
@@ -15,9 +14,13 @@ struct FileReader::STATE {
     std::int64_t position = 0;
 };
 
-FileReader::FileReader(const std::string& path)
+FileReader::FileReader(const std::string& path, std::int64_t position)
     : m_pState(std::make_unique<STATE>(
-          STATE{.path = path, .nFile = open(path.c_str(), O_RDONLY | O_CLOEXEC)})) {}
+          STATE{path, open(path.c_str(), O_RDONLY | O_CLOEXEC), position})) {
+    if (position != 0) {
+        lseek(m_pState->nFile, position, SEEK_SET);
+    }
+}
 
 FileReader::~FileReader() {
     if (IsOpen()) {

@@ -3,7 +3,6 @@
 #include "platform/FileReader.h"
 
 #include <cerrno>
-#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <system_error>
@@ -14,7 +13,7 @@
 
 struct FileReader::STATE {
     std::string path;
-    std::optional<FILE_IDENTITY> identity = {};  // none for a file that could not be opened
+    std::optional<FILE_IDENTITY> identity;  // none for a file that could not be opened
     std::int64_t position = 0;
 };
 
@@ -26,8 +25,8 @@ static std::optional<BY_HANDLE_FILE_INFORMATION> FactsOf(HANDLE hFile) {
     return bKnown ? std::optional(facts) : std::nullopt;
 }
 
-FileReader::FileReader(const std::string& path)
-    : m_pState(std::make_unique<STATE>(STATE{.path = path})) {
+FileReader::FileReader(const std::string& path, std::int64_t position)
+    : m_pState(std::make_unique<STATE>(STATE{path, {}, position})) {
     const HANDLE hFile = OpenShared(path, GENERIC_READ);
     if (const auto facts = FactsOf(hFile)) {
         m_pState->identity = IdentityOf(*facts);

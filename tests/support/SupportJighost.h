@@ -50,3 +50,7 @@ class JighostTest : public testing::Test {
 // Steps of a sequence.
 inline const std::string SET_OWNER = "  - {operation: SetOwnerName, record: {OwnerName: Desk}}\n";
 inline const std::string SAVE_OWNER = "  - operation: SaveOwnerName\n";
+// Its next attempt comes an hour later.
+inline const std::string FAIL_AND_WAIT =
+    "  - {operation: SetSlitRollingMode, record: {AccumulateTime: 85}, "
+    "on_unexpected: retry 1 after 3600000 ms}\n";

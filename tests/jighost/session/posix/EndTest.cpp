@@ -66,11 +66,8 @@ TEST_F(JighostTest, SignalEndsTheSequenceBehindTheStepWithAllWritten) {
 
 TEST_F(JighostTest, SignalEndsAPauseAndLeavesFactoryMode) {
     WriteFile(
-        "waits.yaml",
-        "format: 2\nsteps:\n  - operation: EnterFactoryMode\n"
-        "  - {operation: SetSlitRollingMode, record: {AccumulateTime: 85}, "
-        "on_unexpected: retry 1 after 3600000 ms}\n"
-        "always:\n  - operation: ExitFactoryMode\n");
+        "waits.yaml", "format: 2\nsteps:\n  - operation: EnterFactoryMode\n" + FAIL_AND_WAIT +
+                          "always:\n  - operation: ExitFactoryMode\n");
     Process jighost(JighostFile(), {"sequence", "waits.yaml"});
     EXPECT_THAT(jighost.ReadLine().value_or(""), HasSubstr("EnterFactoryMode"));
     EXPECT_EQ(kill(jighost.Id(), SIGTERM), 0);
