@@ -9,3 +9,4 @@
 std::string BashCompletion(const COMMAND_TEXT& program);
 std::string ZshCompletion(const COMMAND_TEXT& program);
 std::string FishCompletion(const COMMAND_TEXT& program);
+std::string PowerShellCompletion(const COMMAND_TEXT& program);

@@ -53,7 +53,7 @@ std::vector<std::string> CommandPaths(
     return paths;
 }
 
-static std::string FieldWords(const RECORD& record) {
+std::string FieldWords(const RECORD& record) {
     std::vector<std::string> words;
     for (const FIELD& field : record.fields) {
         words.push_back(std::string(field.name) + (field.count > 1 ? "[" : "="));

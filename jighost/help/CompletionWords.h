@@ -25,7 +25,10 @@ std::vector<std::string> CommandPaths(const COMMAND_TEXT& program);
 std::vector<std::string> CommandPaths(
     const COMMAND_TEXT& program, bool (OPTION_TEXT::*takes)() const);
 
-/// For each operation with a record what `branch` makes of its name and of its fields as a person
-/// begins them behind "run OPERATION", such as "Data[ Address= Count=".
+/// The fields of an operation's record as a person begins them behind "run OPERATION", such as
+/// "Data[ Address= Count=".
+std::string FieldWords(const RECORD& record);
+
+/// For each operation with a record what `branch` makes of its name and of its FieldWords.
 std::string FieldBranches(
     const std::function<std::string(const std::string& name, const std::string& fields)>& branch);
