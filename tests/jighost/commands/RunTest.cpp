@@ -6,6 +6,7 @@
 #include "bodylnk/SimulatedBody.h"
 #include "jighost/session/BodyFile.h"
 #include "jighost/text/HostError.h"
+#include "platform/Utf8Path.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportJighost.h"
 
@@ -76,6 +77,26 @@ TEST_F(JighostTest, BodyThatIsCutAtALineEndIsNoWholeBody) {
     const std::string steps = "steps:\n" + SET_OWNER + SAVE_OWNER;
     EXPECT_EQ(RunSequence(steps, {"--body", "former.yaml"}).exitCode, 0);
     EXPECT_THAT(ReadFile("former.yaml"), testing::EndsWith("\nend: true\n"));
+}
+
+TEST_F(JighostTest, PathsOfAllLanguagesAreTakenAndTold) {
+    const std::string name = "Z\u00fcrich\u2013\u5317\u4eac";
+    const std::filesystem::path folder = PathOf(name);
+    std::filesystem::create_directory(folder);
+    const std::string body = " --body " + name + ".yaml";
+    for (const std::string& line :
+         {"body new " + name + ".yaml", "dump " + name + body, "verify " + name + body,
+          "run GetBodyID --trace " + name + ".jsonl", "replay " + name + ".jsonl"}) {
+        EXPECT_EQ(RunLine(line).exitCode, 0) << line;
+    }
+    EXPECT_TRUE(std::filesystem::exists(folder / "01000000.bin"));
+    std::filesystem::copy_file("JigDll.log", folder / "log");
+    EXPECT_THAT(RunLine("log " + name + "/log").output, HasSubstr("operations, 0 failed"));
+    for (const char* pszFile : {MODULE_FILE, BODYLNK_FILE}) {
+        std::filesystem::copy_file(BuildFolder() / pszFile, folder / pszFile);
+    }
+    EXPECT_EQ(RunLine("run GetBodyID --module " + name + "/" + MODULE_FILE).exitCode, 0);
+    EXPECT_THAT(RunLine("run GetBodyID --module no" + name).errors, HasSubstr("no" + name));
 }
 
 TEST_F(JighostTest, OneOfManyMakesANewBody) {
