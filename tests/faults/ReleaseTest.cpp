@@ -76,10 +76,10 @@ TEST_F(ReleaseTest, WhatIsThrownIsGivenBackWhereverItEnds) {
 
 TEST_F(ReleaseTest, RowWhoseFileIsClosedWithAnErrorFailsTheDump) {
     const Surroundings surroundings;
-    g_bCloseFails = true;
-    const std::int32_t result = Run("LoadPropertyData");
-    g_bCloseFails = false;
-    EXPECT_EQ(result, 1);
+    {
+        const AheadOfCalls failing([](std::string_view call) { return call == "close" ? EIO : 0; });
+        EXPECT_EQ(Run("LoadPropertyData"), 1);
+    }
     EXPECT_THAT(
         Log(), testing::EndsWith("> [ERR!] - [STDF] _close\n> [FUNC] LoadPropertyData - 1\n"));
 }
