@@ -10,6 +10,10 @@ foreach(LIBRARY yaml-cpp simdjson)
     install(FILES ${PROJECT_SOURCE_DIR}/build/${LIBRARY}/LICENSE DESTINATION licences
         RENAME ${LIBRARY}.txt)
 endforeach()
+# Of headers alone, which are in jighost all the same.
+foreach(PACKAGE libcli11-dev nlohmann-json3-dev)
+    install(FILES /usr/share/doc/${PACKAGE}/copyright DESTINATION licences RENAME ${PACKAGE}.txt)
+endforeach()
 
 # The manual pages, as texts.
 set(PAGES ${PROJECT_BINARY_DIR}/manual)

@@ -43,20 +43,13 @@ static CHECK CheckWordSize(const std::string& name, const std::string& path) {
     return Result(name, format.bLoadable, format.text);
 }
 
-/// The library that the system's text says is not there; empty if it says something else.
-static std::string MissingDependency(const std::string& text, const std::string& path) {
-    const std::string name = text.substr(0, text.find(": "));
-    const bool bMissing = text.find("cannot open shared object file") != std::string::npos;
-    return bMissing && name != path ? name : "";
-}
-
 static CHECK CheckLoads(const std::string& path, Library& library) {
     library.reset(LoadLibraryA(path.c_str()));
     if (library != nullptr) {
         return {"loads", STATE::OK, "with all that it depends on"};
     }
     const std::string text = LastLibraryError();
-    const std::string missing = MissingDependency(text, path);
+    const std::string missing = MissingLibrary(path, text);
     return {"loads", STATE::FAILED, missing.empty() ? text : missing + " is missing: " + text};
 }
 

@@ -126,8 +126,8 @@ TEST(JighostDoctorTest, EachReasonNotToServeIsNamed) {
     ASSERT_LT(name, foreign.size());
     WriteFile("foreign.so", foreign.replace(name, 7, "NOTHERE"));
     expect(
-        "foreign.so",
-        IS_WINDOWS ? "failed +loads +.*not " : "failed +loads +libNOTHERE.so is missing: ");
+        "foreign.so", IS_WINDOWS ? "failed +loads +NOTHERE.dll is missing: "
+                                 : "failed +loads +libNOTHERE.so is missing: ");
     std::filesystem::remove("JigDll.log");
     MakeIrregular("JigDll.log");
     expect("", "failed +log file +.*JigDll.log is no regular file");

@@ -1,4 +1,5 @@
 // Recordings listed, shown, compared, run again in parts, and made into sequences.
+#include <cstdint>
 #include <sstream>
 
 #include "tests/support/Support.h"
@@ -23,7 +24,7 @@ class TraceCommandTest : public testing::Test {
         "\n";
 
     /// Of an operation without a record; `at` in seconds behind 22:06:00 of the line's clock.
-    static std::string Begin(int number, const std::string& name, int at = 0) {
+    static std::string Begin(int number, const std::string& name, std::int64_t at = 0) {
         return R"({"entry":"operation","operation":)" + std::to_string(number) + R"(,"name":")" +
                name + R"(","record":"","thread":1,"at":)" +
                std::to_string(1795381560123 + at * 1000) + "}\n";
