@@ -1,32 +1,35 @@
-// Lines parsed by the library simdjson, which is made for gigabytes of them.
+// Fields in the plain form that writers give nearly all of them are taken as they stand; a line
+// with another one is parsed by the library simdjson, which is made for gigabytes.
 #include "trace/EntryReader.h"
 
 #include <simdjson.h>
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
+#include <cmath>
+#include <cstring>
+#include <utility>
 
 #include "trace/Base64.h"
 #include "trace/Hex.h"
 #include "trace/JsonLine.h"
 #include "trace/LineReader.h"
 
-using simdjson::ondemand::object;
 using simdjson::ondemand::value;
 
 // As FIELD_ID has them.
 static constexpr std::string_view NAMES[] = {
-    "entry",   "operation",   "call",      "function",
-    "name",    "id",          "value",     "from_list",
-    "sent",    "received",    "size_left", "result",
-    "record",  "failure",     "kind",      "code",
-    "message", "time_ms",     "thread",    "at",
-    "line",    "interleaved", "entries",   "why",
-    "format",  "content",     "started",   "machine",
-    "process", "program",     "continues", "operations_before",
+    "entry",     "operation",   "call",      "function",
+    "name",      "id",          "result",    "record",
+    "time_ms",   "thread",      "at",        "value",
+    "from_list", "sent",        "received",  "size_left",
+    "failure",   "kind",        "code",      "message",
+    "line",      "interleaved", "entries",   "why",
+    "format",    "content",     "started",   "machine",
+    "process",   "program",     "continues", "operations_before",
 };
-static const std::size_t FIELDS = std::size(NAMES);
-static_assert(FIELDS == static_cast<std::size_t>(FIELD_ID::COUNT));
+static_assert(std::size(NAMES) == static_cast<std::size_t>(FIELD_ID::COUNT));
 
 struct EntryReader::PARSER {
     explicit PARSER(const std::string& path) : lines(path, simdjson::SIMDJSON_PADDING) {}
@@ -47,11 +50,16 @@ bool EntryReader::Next() {
         return false;
     }
     ++m_Line;
-    m_Tokens = {};
+    m_Taken.reset();
+    m_NextName = 0;
     if (found == LineReader::FOUND::TOO_LONG) {
         Refuse("expected at most " + std::to_string(LONGEST_LINE) + " bytes in a line");
     }
-    Parse(m_pParser->lines.Text());
+    const std::string_view line = m_pParser->lines.Text();
+    m_pNext = line.data() + 1;
+    if (!line.starts_with('{') || !line.ends_with('}')) {
+        Parse();
+    }
     return true;
 }
 
@@ -61,25 +69,132 @@ std::size_t EntryReader::Size() const {
 
 // --- A line's fields ---
 
-/// The place of a name, looked for from the one on that writers tell next; FIELDS for no name.
-static std::size_t FindName(std::string_view name, std::size_t next) {
-    for (std::size_t i = 0; i < FIELDS; ++i, ++next) {
-        next = next < FIELDS ? next : 0;
-        if (NAMES[next] == name) {
-            return next;
+std::string_view EntryReader::Search(std::size_t wanted) const {
+    while (m_pNext != nullptr && !m_Taken[wanted]) {
+        if (!TakePlainField()) {
+            Parse();
+        }
+    }
+    return m_Taken[wanted] ? m_Tokens[wanted] : std::string_view();
+}
+
+void EntryReader::Take(std::size_t place, std::string_view token) const {
+    if (place < FIELDS && !m_Taken[place]) {
+        m_Taken.set(place);
+        m_Tokens[place] = token;
+    }
+}
+
+namespace {
+
+/// What a name begins with, its quote included if it is short: compared at once.
+struct NAME_START {
+    using Bytes = std::array<char, sizeof(std::uint64_t)>;
+
+    constexpr explicit NAME_START(std::string_view name) {
+        Bytes start{};
+        Bytes counting{};
+        for (std::size_t i = 0; i < start.size() && i <= name.size(); ++i) {
+            start[i] = i < name.size() ? name[i] : '"';
+            counting[i] = static_cast<char>(0xFF);
+        }
+        bytes = std::bit_cast<std::uint64_t>(start);
+        mask = std::bit_cast<std::uint64_t>(counting);
+    }
+
+    std::uint64_t bytes = 0;
+    std::uint64_t mask = 0;
+};
+
+constexpr auto STARTS = []<std::size_t... Places>(std::index_sequence<Places...> /*places*/) {
+    return std::array{NAME_START(NAMES[Places])...};
+}
+(std::make_index_sequence<std::size(NAMES)>());
+
+/// Of a long name.
+bool HasRest(const char* pName, std::string_view name) {
+    return name.size() < sizeof(NAME_START::Bytes) ||
+           (std::string_view(pName, name.size()) == name && pName[name.size()] == '"');
+}
+
+}  // namespace
+
+std::size_t EntryReader::FindName(const char* pName) const {
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, pName, sizeof(bytes));
+    for (std::size_t i = 0, place = m_NextName; i < FIELDS; ++i, ++place) {
+        place = place < FIELDS ? place : 0;
+        if ((bytes & STARTS[place].mask) == STARTS[place].bytes && HasRest(pName, NAMES[place])) {
+            m_NextName = place + 1;
+            return place;
         }
     }
     return FIELDS;
 }
 
-/// The name that begins at a place of a line, whose quote it has to have.
-static std::string_view NameAt(const char* pName) {
-    const char* pEnd = pName;
-    while (*pEnd != '"') {
-        ++pEnd;
+// --- Plain fields ---
+
+/// Digits, small letters and signs.
+static constexpr auto OF_WORD = [] {
+    std::array<bool, 256> ofWord{};
+    for (const char character : std::string_view("-+.0123456789aeflnrstu")) {
+        ofWord[static_cast<unsigned char>(character)] = true;
     }
-    return {pName, pEnd};
+    return ofWord;
+}();
+
+/// Behind the number, word or text without escapes that stands at a place; the place itself for
+/// others.
+static const char* PlainEnd(const char* pValue, const char* pLineEnd) {
+    const char* pEnd = pValue;
+    if (*pValue != '"') {
+        while (OF_WORD[static_cast<unsigned char>(*pEnd)]) {
+            ++pEnd;
+        }
+        return pEnd;
+    }
+    static const std::ptrdiff_t FEW = 24;  // for which a search would cost more
+    ++pEnd;
+    for (const char* pFew = pEnd + std::min(FEW, pLineEnd - pEnd); pEnd != pFew; ++pEnd) {
+        if (*pEnd == '"') {
+            return pEnd + 1;
+        }
+        if (*pEnd == '\\') {
+            return pValue;
+        }
+    }
+    const std::string_view rest(pEnd, pLineEnd);
+    const std::string_view text = rest.substr(0, rest.find('"'));
+    const bool bPlain = text.size() < rest.size() && text.find('\\') == std::string_view::npos;
+    return bPlain ? text.data() + text.size() + 1 : pValue;
 }
+
+// The line has a brace at its end, and behind that room, so that no comparison of a few characters
+// goes too far.
+bool EntryReader::TakePlainField() const {
+    const std::string_view line = m_pParser->lines.Text();
+    const char* pLineEnd = line.data() + line.size();
+    if (*m_pNext != '"') {
+        return false;
+    }
+    const std::size_t place = FindName(m_pNext + 1);
+    const char* pNameEnd =
+        place < FIELDS ? m_pNext + 1 + NAMES[place].size() : std::find(m_pNext + 1, pLineEnd, '"');
+    if (pLineEnd - pNameEnd < 3 || pNameEnd[1] != ':') {
+        return false;
+    }
+    const char* pValue = pNameEnd + 2;
+    const char* pEnd = PlainEnd(pValue, pLineEnd);
+    const bool bLast = pEnd + 1 == pLineEnd;
+    if (pEnd == pValue || (!bLast && *pEnd != ',')) {
+        return false;
+    }
+    Take(place, {pValue, pEnd});
+    m_pNext = bLast ? nullptr : pEnd + 1;
+    return true;
+}
+
+// --- Fields of any form ---
 
 /// Lists and objects whole; of others the parser knows no end but that of the blanks behind them.
 static std::string_view TokenOf(value& value) {
@@ -93,32 +208,33 @@ static std::string_view TokenOf(value& value) {
 }
 
 /// A failure's own fields come beside it, not those of an object within it.
-template <class Tokens>
-static void TakeFields(object fields, Tokens& tokens, std::size_t next) {
+template <class Object>
+void EntryReader::TakeFields(Object& fields, bool bWithin) const {
     static const auto FAILURE = static_cast<std::size_t>(FIELD_ID::FAILURE);
-    const bool bWithin = next > FAILURE;
     for (auto each : fields) {
-        const std::size_t place = FindName(NameAt(each.key().value().raw()), next);
-        if (place == FIELDS) {
-            continue;
-        }
+        const std::size_t place = FindName(each.key().value().raw());
         value field = each.value();
-        next = place + 1;
         if (place == FAILURE && !bWithin && field.raw_json_token().starts_with('{')) {
-            tokens[place] = "{}";
-            TakeFields(field.get_object(), tokens, next);
+            Take(place, "{}");
+            auto within = field.get_object().value();
+            TakeFields(within, true);
         } else {
-            tokens[place] = TokenOf(field);
+            Take(place, TokenOf(field));
         }
     }
 }
 
-void EntryReader::Parse(std::string_view line) {
+/// The whole line, for what was not taken of it yet.
+void EntryReader::Parse() const {
     static const char EXPECTED[] = "expected a JSON object";
+    const std::string_view line = m_pParser->lines.Text();
+    m_pNext = nullptr;
+    m_NextName = 0;
     try {
         auto document =
             m_pParser->entries.iterate(line.data(), line.size(), m_pParser->lines.Room());
-        TakeFields(document.get_object(), m_Tokens, 0);
+        auto fields = document.get_object().value();
+        TakeFields(fields, false);
         if (document.current_location().error() != simdjson::OUT_OF_BOUNDS) {
             Refuse(EXPECTED);
         }
@@ -154,7 +270,7 @@ double EntryReader::FractionAt(FIELD_ID field) const {
     const std::string_view token = Required(field);
     double number = 0;
     const auto [end, error] = std::from_chars(token.data(), token.data() + token.size(), number);
-    if (error != std::errc() || end != token.data() + token.size()) {
+    if (error != std::errc() || end != token.data() + token.size() || !std::isfinite(number)) {
         RefuseValue(field, "a number");
     }
     return number;
@@ -176,7 +292,7 @@ static std::optional<std::string_view> Quoted(std::string_view token) {
 
 std::string EntryReader::TextAt(FIELD_ID field) const {
     const auto quoted = Quoted(Required(field));
-    if (quoted && quoted->find_first_of("\\\"") == std::string_view::npos) {
+    if (quoted && quoted->find('\\') == std::string_view::npos) {
         return std::string(*quoted);
     }
     std::string_view text;

@@ -1,11 +1,13 @@
 // Reads a trace line by line, each one an entry, in one pass: the memory taken depends on the
-// longest line alone. Values are looked at when somebody asks for them.
+// longest line alone. A line is looked at as far as somebody asks for its values, which its writers
+// have put in the order in which they are asked for.
 //
 // All functions but the constructor throw TraceError, "FILE:LINE: ...", which says where the file
 // is no trace and what was expected.
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <concepts>
 #include <cstdint>
 #include <limits>
@@ -16,8 +18,8 @@
 
 #include "trace/Trace.h"
 
-/// What an entry may tell, in the order in which writers do; the last ones are those of a first
-/// line.
+/// What an entry may tell, first what is looked at in most of them, as near as can be in the order
+/// of their writers; the last ones are those of a first line.
 enum class FIELD_ID : std::uint8_t {
     ENTRY,
     OPERATION,
@@ -25,20 +27,20 @@ enum class FIELD_ID : std::uint8_t {
     FUNCTION,
     NAME,
     ID,
+    RESULT,
+    RECORD,
+    TIME,
+    THREAD,
+    AT,
     VALUE,
     FROM_LIST,
     SENT,
     RECEIVED,
     SIZE_LEFT,
-    RESULT,
-    RECORD,
     FAILURE,
     KIND,
     CODE,
     MESSAGE,
-    TIME,
-    THREAD,
-    AT,
     LINE,
     INTERLEAVED,
     ENTRIES,
@@ -68,9 +70,10 @@ class EntryReader {
     std::size_t Line() const { return m_Line; }  ///< of the entry, from 1
     std::size_t Size() const;                    ///< of the entry, in bytes
 
-    /// The value as it stands in the file; empty if there is none.
+    /// The value as it stands in the file, of several the first one; empty if there is none.
     std::string_view Token(FIELD_ID field) const {
-        return m_Tokens[static_cast<std::size_t>(field)];
+        const auto place = static_cast<std::size_t>(field);
+        return m_Taken[place] ? m_Tokens[place] : Search(place);
     }
     bool Has(FIELD_ID field) const { return !Token(field).empty(); }
     bool IsNull(FIELD_ID field) const { return Required(field) == "null"; }
@@ -104,12 +107,25 @@ class EntryReader {
 
     std::string_view Required(FIELD_ID field) const;
     std::int64_t WholeNumber(FIELD_ID field, const BOUNDS& bounds) const;
-    void Parse(std::string_view line);
+    std::string_view Search(std::size_t wanted) const;
+    bool TakePlainField() const;
+    void Parse() const;
+    template <class Object>
+    void TakeFields(Object& fields, bool bWithin) const;
+    /// The place of a name, behind which its quote has to stand; the number of fields for one that
+    /// nobody asks for.
+    std::size_t FindName(const char* pName) const;
+    void Take(std::size_t place, std::string_view token) const;
 
+    static constexpr auto FIELDS = static_cast<std::size_t>(FIELD_ID::COUNT);
     struct PARSER;  // known to one file alone: its library takes a compiler long
 
     std::string m_Path;
     std::unique_ptr<PARSER> m_pParser;
     std::size_t m_Line = 0;
-    std::array<std::string_view, static_cast<std::size_t>(FIELD_ID::COUNT)> m_Tokens;
+    // What was seen of the line so far.
+    mutable const char* m_pNext = nullptr;  // the field behind that; null behind the last one
+    mutable std::size_t m_NextName = 0;     // of the field that writers tell next
+    mutable std::bitset<FIELDS> m_Taken;
+    mutable std::array<std::string_view, FIELDS> m_Tokens;  // of those taken
 };

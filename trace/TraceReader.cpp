@@ -205,8 +205,8 @@ static std::optional<std::uint32_t> SerialOf(const Link::Bytes& bodyID) {
 
 static bool IsOfBodyID(const EntryReader& entries) {
     const std::string_view function = entries.Token(FIELD_ID::FUNCTION);
-    return entries.Token(FIELD_ID::ID) == BODY_ID_TOKEN &&
-           (function == R"("CProperty::Get")" || function == R"("CProperty::Set")");
+    return (function == R"("CProperty::Get")" || function == R"("CProperty::Set")") &&
+           entries.Token(FIELD_ID::ID) == BODY_ID_TOKEN;
 }
 
 static Link::CALL RequestOf(const EntryReader& entries) {

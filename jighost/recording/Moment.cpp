@@ -2,6 +2,7 @@
 #include "jighost/recording/Moment.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "jighost/text/HostError.h"
 #include "jighost/text/Numbers.h"
@@ -31,27 +32,31 @@ static void PutDigits(char* pEnd, std::size_t count, std::uint64_t number) {
     }
 }
 
-static std::string DayText(std::chrono::sys_days day) {
-    const std::chrono::year_month_day date(day);
-    std::string text = "0000-00-00";
-    PutDigits(text.data() + 4, 4, static_cast<std::uint64_t>(std::max(0, int{date.year()})));
-    PutDigits(text.data() + 7, 2, unsigned{date.month()});
-    PutDigits(text.data() + 10, 2, unsigned{date.day()});
-    return text;
-}
-
 std::string MomentText(std::int64_t at, minutes zone) {
     // From the year 0 on: a hostile number is no date.
     static const std::int64_t LONGEST = 250'000'000'000'000;
     const std::chrono::sys_time<milliseconds> moment(
         milliseconds(std::clamp(at, std::int64_t{0}, LONGEST)) + zone);
     const auto day = std::chrono::floor<std::chrono::days>(moment);
+    const std::chrono::year_month_day date(day);
     const auto time = static_cast<std::uint64_t>((moment - day).count());
-    std::string text = DayText(day) + " 00:00:00.000";
+    std::string text = "0000-00-00 00:00:00.000";
+    PutDigits(text.data() + 4, 4, static_cast<std::uint64_t>(std::max(0, int{date.year()})));
+    PutDigits(text.data() + 7, 2, unsigned{date.month()});
+    PutDigits(text.data() + 10, 2, unsigned{date.day()});
     PutDigits(text.data() + 13, 2, time / 3'600'000);
     PutDigits(text.data() + 16, 2, time / 60'000 % 60);
     PutDigits(text.data() + 19, 2, time / 1000 % 60);
     PutDigits(text.data() + 23, 3, time % 1000);
+    return text;
+}
+
+std::string MillisecondsText(double time) {
+    static const double LONGEST = 1e15;  // a hostile number is no time
+    const auto microseconds =
+        static_cast<std::uint64_t>(std::llround(std::clamp(time, 0.0, LONGEST) * 1000));
+    std::string text = std::to_string(microseconds / 1000) + ".000 ms";
+    PutDigits(text.data() + text.size() - 3, 3, microseconds % 1000);
     return text;
 }
 

@@ -1,4 +1,4 @@
-// Moments of recordings, as people read and write them.
+// Moments of recordings and times between them, as people read and write them.
 #pragma once
 
 #include <chrono>
@@ -16,3 +16,6 @@ std::string MomentText(std::int64_t at, std::chrono::minutes zone);
 /// The same form from a text that may lack parts at its end, with "T" in the blank's place or
 /// without. Throws EXIT_WRONG_USE, which names the option.
 std::string ParseMoment(const std::string& option, std::string text);
+
+/// Such as "0.220 ms".
+std::string MillisecondsText(double time);

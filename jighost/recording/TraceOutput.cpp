@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "frame/Result.h"
 #include "jighost/operations/ResultName.h"
 #include "jighost/output/Colour.h"
 #include "jighost/recording/Moment.h"
@@ -13,6 +14,8 @@
 static const std::size_t WRITE_SIZE = 65536;
 /// Different failures that are counted one by one.
 static const std::size_t MAX_FAILURES = 1000;
+
+static const std::string SUCCESS_TEXT = ResultText(RESULT_SUCCESS);
 
 TraceOutput::TraceOutput(TRACE_SELECTION selection, bool bJson)
     : m_Selection(std::move(selection)), m_bJson(bJson) {
@@ -27,7 +30,7 @@ void TraceOutput::Flush() {
 }
 
 void TraceOutput::Add(const TraceReader& reader, const TRACED_OPERATION& operation) {
-    if (!operation.at && !(m_Selection.since + m_Selection.until).empty()) {
+    if (!operation.at && m_Selection.HasMoments()) {
         throw HostError(
             EXIT_WRONG_USE, reader.Path() + ':' + std::to_string(operation.line) +
                                 ": tells no moment, as --since and --until need it");
@@ -101,6 +104,17 @@ void TraceOutput::BeginFile(const TraceReader& reader) {
     m_Text += '\n';
 }
 
+void TraceOutput::AppendOutcome(const TRACED_OPERATION& operation) {
+    static const std::size_t WIDTH = 24;
+    if (operation.result == RESULT_SUCCESS && !operation.bTorn) {  // most of them
+        AppendLeft(m_Text, SUCCESS_TEXT, WIDTH);
+        return;
+    }
+    std::string text;
+    AppendLeft(text, OutcomeText(operation), WIDTH);
+    m_Text += HasFailed(operation) ? Coloured(text, COLOUR::RED) : text;
+}
+
 // Written by hand, since a recording may hold millions of operations.
 void TraceOutput::WriteRow(const TRACED_OPERATION& operation, const std::string& moment) {
     AppendRight(m_Text, std::to_string(operation.number), 7);
@@ -108,11 +122,7 @@ void TraceOutput::WriteRow(const TRACED_OPERATION& operation, const std::string&
     m_Text += moment;
     m_Text += moment.empty() ? "" : "  ";
     AppendLeft(m_Text, PlainText(operation.name), 32);
-    const std::size_t start = m_Text.size();
-    AppendLeft(m_Text, OutcomeText(operation), 24);
-    if (HasFailed(operation)) {
-        m_Text.replace(start, std::string::npos, Coloured(m_Text.substr(start), COLOUR::RED));
-    }
+    AppendOutcome(operation);
     AppendRight(m_Text, operation.result ? MillisecondsText(operation.time) : "-", 12);
     AppendRight(m_Text, std::to_string(operation.callCount), 6);
     m_Text += operation.callCount == 1 ? " call   " : " calls  ";

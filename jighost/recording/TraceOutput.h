@@ -30,6 +30,7 @@ class TraceOutput {
 
   private:
     void CountIn(const TRACED_OPERATION& operation);
+    void AppendOutcome(const TRACED_OPERATION& operation);
     void WriteRow(const TRACED_OPERATION& operation, const std::string& moment);
     void WriteSummary(const TraceReader& reader);
     void Flush();

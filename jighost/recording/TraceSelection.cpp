@@ -1,9 +1,6 @@
 // What is known of an operation without its records and calls.
 #include "jighost/recording/TraceSelection.h"
 
-#include <array>
-#include <charconv>
-
 #include "frame/Result.h"
 #include "jighost/operations/ResultName.h"
 
@@ -26,12 +23,4 @@ std::string OutcomeText(const TRACED_OPERATION& operation) {
     }
     return operation.bUnanswered ? "call " + std::to_string(operation.callCount) + " never returned"
                                  : "never ended";
-}
-
-std::string MillisecondsText(double time) {
-    // A hostile number may have hundreds of digits.
-    std::array<char, 400> text{};
-    const auto [end, error] =
-        std::to_chars(text.begin(), text.end(), time, std::chars_format::fixed, 3);
-    return std::string(text.begin(), end) + " ms";
 }

@@ -14,6 +14,7 @@ struct TRACE_SELECTION {
     std::string since;                    ///< as MomentText has it, cut off anywhere; or empty
     std::string until;                    ///< the same
 
+    bool HasMoments() const { return !since.empty() || !until.empty(); }
     /// Whether it is to be counted; `moment` is when it began, empty if nobody knows.
     bool Has(const TRACED_OPERATION& operation, const std::string& moment) const;
 };
@@ -23,6 +24,3 @@ bool HasFailed(const TRACED_OPERATION& operation);
 
 /// How it ended, such as "RESULT_SUCCESS (0)" or "call 2 never returned".
 std::string OutcomeText(const TRACED_OPERATION& operation);
-
-/// Such as "0.220 ms".
-std::string MillisecondsText(double time);

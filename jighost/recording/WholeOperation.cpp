@@ -6,6 +6,7 @@
 
 #include "jighost/operations/OperationTable.h"
 #include "jighost/output/CallText.h"
+#include "jighost/recording/Moment.h"
 #include "jighost/recording/TraceOutput.h"
 #include "jighost/text/PlainText.h"
 #include "trace/Hex.h"
