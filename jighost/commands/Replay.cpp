@@ -41,9 +41,9 @@ void AddReplayCommand(Command& program, HOST& host) {
         "  jighost run SetFilePrefix --trace prefix.jsonl && jighost replay prefix.jsonl\n"
         "  jighost replay prefix.jsonl --module build/TuneBench.t460.so --json\n"
         "  jighost replay line/recordings/20261122_210659_line3_4711.jsonl --failed\n"
-        "The first call, result or record that differs ends it with exit code 5. Of a trace that\n"
-        "was cut off, or that could not be written whole, what there is is replayed; nobody knows\n"
-        "the rest, which is exit code 5 too. jighost trace tells the operations' numbers.\n"
+        "The first call, result or record that differs ends it with exit code 5. Operations that\n"
+        "were cut off, or could not be written whole, are replayed as far as there is something;\n"
+        "nobody knows the rest, which is exit code 5 too. jighost trace tells the numbers.\n"
         "The camera's answers alone come from the trace: BoardInf.ini is read where it was then.\n"
         "A dump goes to a folder that is removed again.");
     command.SetWork([&host, pOptions] { host.exitCode = RunTrace(host, *pOptions); });

@@ -163,13 +163,6 @@ void LogOutput::WriteSummary() {
 
 // --- For programs ---
 
-static Json ResultJson(std::optional<std::int32_t> result) {
-    if (!result) {
-        return {{"result", nullptr}, {"result_name", nullptr}};
-    }
-    return {{"result", *result}, {"result_name", ResultName(*result)}};
-}
-
 void LogOutput::WriteJsonLine(const LOGGED_OPERATION& operation) {
     Json json = {
         {"operation", operation.name},

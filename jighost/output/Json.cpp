@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "jighost/operations/ResultName.h"
 #include "jighost/text/Numbers.h"
 #include "jighost/text/PlainText.h"
 #include "trace/Hex.h"
@@ -38,6 +39,13 @@ Json RecordJson(const RECORD& record, const RecordBytes& bytes) {
         }
     }
     return json;
+}
+
+Json ResultJson(std::optional<std::int32_t> result) {
+    if (!result) {
+        return {{"result", nullptr}, {"result_name", nullptr}};
+    }
+    return {{"result", *result}, {"result_name", ResultName(*result)}};
 }
 
 /// As JSON has it: in two halves if it does not fit into 16 bits.

@@ -1,7 +1,9 @@
 // What programs read of jighost, as JSON.
 #pragma once
 
+#include <cstdint>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <ostream>
 
 #include "jighost/operations/Record.h"
@@ -14,6 +16,9 @@ constexpr int JSON_FORMAT = 1;
 
 /// Field by field; texts as RecordText gives them, bytes as "b5 0d 00".
 Json RecordJson(const RECORD& record, const RecordBytes& bytes);
+
+/// "result" and "result_name"; null for none.
+Json ResultJson(std::optional<std::int32_t> result);
 
 /// The whole text of a document, indented unless the indent is none. Bytes that are no UTF-8 come
 /// out as the replacement character, harmful characters of PlainText as \uNNNN: what reads JSON has

@@ -169,13 +169,6 @@ void TraceOutput::WriteSummary(const TraceReader& reader) {
     }
 }
 
-static Json ResultJson(std::optional<std::int32_t> result) {
-    if (!result) {
-        return {{"result", nullptr}, {"result_name", nullptr}};
-    }
-    return {{"result", *result}, {"result_name", ResultName(*result)}};
-}
-
 Json OperationJson(const TRACED_OPERATION& operation) {
     Json json = {{"number", operation.number}, {"at", nullptr}, {"operation", operation.name}};
     if (operation.at) {

@@ -25,7 +25,7 @@ class Answers {
     void Finish();
 
     std::optional<DIFFERENCE> difference;  ///< between the calls
-    std::string cut;                       ///< as in REPLAY
+    std::string cut;                       ///< where the trace ends; empty if it does not
     std::size_t answered = 0;              ///< calls
 
   private:
@@ -117,10 +117,12 @@ static void ReplayOperation(Session& session, const TRACED_OPERATION& operation,
     }
     answers.Finish();
     replay.calls += answers.answered;
-    replay.cut = answers.cut;
     replay.difference = answers.difference;
-    if (!replay.difference && replay.cut.empty()) {
+    if (!answers.cut.empty()) {
+        replay.cut += (replay.cut.empty() ? "" : "; ") + operation.name + ", " + answers.cut;
+    } else if (!replay.difference) {
         replay.difference = OutcomeDifference(operation, run);
+        replay.operations += replay.difference ? 0 : 1;
     }
 }
 
@@ -136,11 +138,6 @@ REPLAY ReplayTrace(Session& session, const std::vector<TRACED_OPERATION>& trace)
             replay.difference->name = operation.name;
             return replay;
         }
-        if (!replay.cut.empty()) {
-            replay.cut = operation.name + ", " + replay.cut;
-            return replay;
-        }
-        ++replay.operations;
     }
     return replay;
 }

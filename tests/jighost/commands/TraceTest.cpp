@@ -270,6 +270,43 @@ TEST_F(TraceCommandTest, ChosenOperationsAreReplayed) {
     expect({"--from", "5"}, 2, "line.jsonl: expected an operation from 1 to 4, got 5\n");
     expect({"--from", "3", "--until", "2"}, 2, "--until comes ahead of --from\n");
     expect({"--until", "2", "--failed"}, 2, "expected an operation at least that failed");
+    // Calls of two threads that never returned.
+    WriteFile(
+        "line.jsonl", START + Begin(1, "GetBodyID") + Call(1, 1, "Get", BODY_ID, "") +
+                          Begin(2, "GetBodyID") + Call(2, 1, "Get", BODY_ID, "") +
+                          Read(3, BODY_54321, 3));
+    const std::string hung = "GetBodyID, call 1, Get 0x1000006 8, which never returned";
+    const std::string both = "the trace was cut off at " + hung + "; " + hung + '\n';
+    expect({"--failed"}, 5, "0 operations, 0 calls as recorded\n" + both);
+    expect({}, 5, "1 operation, 1 call as recorded\n" + both);
+}
+
+TEST_F(TraceCommandTest, RecordingOfA32BitWindowsHostIsReplayed) {
+    // 1, 01, 1, 1 and 000001 in one number: a field of the record each.
+    const std::string body = "02 00 00 00 c1 9d a9 5a";
+    const std::string zeros = "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00";
+    const std::string ones = "01 00 00 00 01 00 00 00 01 00 00 00 01 00 00 00 01 00 00 00";
+    const auto expect = [&](const std::string& returned, int exitCode, const std::string& output) {
+        WriteFile(
+            "line.jsonl",
+            R"({"format":2,"content":"jighost trace","started":"2026-11-22T21:06:59+01:00",)"
+            R"("machine":"LINE3","process":4711,"program":"C:\\line\\host.exe","bits":32,)"
+            R"("module":{"file":"C:\\line\\TuneBench.t460.recorded.dll","size":208896},)"
+            R"("continues":"","operations_before":0})"
+            "\n"
+            R"({"entry":"operation","operation":1,"name":"GetBodyID","record":")" +
+                zeros + "\",\"thread\":1,\"at\":1795381560123}\n" + Call(1, 1, "Get", BODY_ID, "") +
+                Answer(1, 1, body) + R"({"entry":"result","operation":1,"result":0,"record":")" +
+                returned + "\",\"time_ms\":0.5}\n");
+        const JIGHOST_RUN run = RunJighost({"replay", "line.jsonl"});
+        EXPECT_EQ(run.exitCode, exitCode) << run.errors;
+        EXPECT_THAT(run.output, HasSubstr(output));
+    };
+    expect(ones, 0, "1 operation, 1 call as recorded\n");
+    expect(zeros, 5, "operation 1, GetBodyID, differs in ");
+    EXPECT_THAT(
+        RunJighost({"trace", "line.jsonl"}).output,
+        StartsWith("line.jsonl: C:\\line\\host.exe, process 4711 on LINE3, "));
 }
 
 TEST_F(TraceCommandTest, WholeOperationsAroundAGapAreReplayed) {
