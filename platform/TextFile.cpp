@@ -14,11 +14,11 @@
 
 void RequireRegularFile(const std::filesystem::path& path) {
     std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
-    if (status.type() == std::filesystem::file_type::none || !exists(status)) {
-        Refuse(path, error ? error.message() : "there is no such file");
+    const bool bRegular = std::filesystem::is_regular_file(path, error);
+    if (error) {
+        Refuse(path, error.message());
     }
-    if (!is_regular_file(status)) {
+    if (!bRegular) {
         Refuse(path, "it is no regular file");
     }
 }

@@ -17,17 +17,12 @@ fs::path LibraryFileOf(const void* pAddress) {
     return dladdr(pAddress, &info) != 0 ? fs::absolute(info.dli_fname, error) : fs::path();
 }
 
-/// A host that asks for the last error finds none that is not its own.
-static void ForgetError() {
-    dlerror();
-}
-
 HMODULE LoadedLibrary(const fs::path& file) {
     HMODULE library = dlopen(file.c_str(), RTLD_LAZY | RTLD_NOLOAD);
     if (library != nullptr) {
         dlclose(library);
     }
-    ForgetError();
+    dlerror();  // a host that asks for the last error finds none that is not its own
     return library;
 }
 
@@ -38,7 +33,6 @@ static bool HasForAll(const char* pszName) {
     if (program != nullptr) {
         dlclose(program);
     }
-    ForgetError();
     return bFound;
 }
 

@@ -32,8 +32,13 @@ TEST_F(WholeFileTest, OnlyWhatKilledWritersOfTheFileHaveLeftIsRemoved) {
     const std::string own = std::to_string(ProcessNumber());
     const std::vector<std::string> left = {"file.unfinished-" + gone, "file.unfinished-" + own};
     const std::vector<std::string> others = {
-        "file.unfinished-" + other,      "other.unfinished-" + gone, "file." + gone,
-        "file.unfinished-" + gone + "a", "file.unfinished-",         "file.unfinished--5"};
+        "file.unfinished-" + other,
+        "other.unfinished-" + gone,
+        "file." + gone,
+        "file.unfinished-" + gone + "a",
+        "file.unfinished-",
+        "file.unfinished--5",
+        "file.unfinished-0"};
     for (const auto& names : {left, others}) {
         for (const std::string& name : names) {
             WriteFile(name, "former");
@@ -46,6 +51,8 @@ TEST_F(WholeFileTest, OnlyWhatKilledWritersOfTheFileHaveLeftIsRemoved) {
     for (const std::string& name : others) {
         EXPECT_EQ(ReadFile(name), "former") << name;
     }
+    EXPECT_TRUE(MakeFile("other", "new"));
+    EXPECT_FALSE(fs::exists("other.unfinished-" + gone));
 }
 
 }  // namespace

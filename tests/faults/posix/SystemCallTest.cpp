@@ -38,13 +38,13 @@ int FailOnce(std::string_view call) {
     return call == s_Failure.call && s_Failure.skipped-- == 0 ? s_Failure.error : 0;
 }
 
-/// Of the calls that wait or move bytes every other one.
+/// Each call that waits or moves bytes, ahead of doing it at the second attempt.
 int Interrupt(std::string_view call) {
-    static bool s_bInterrupted = false;
+    static std::string_view s_Interrupted;
     for (const std::string_view waiting : {"read", "write", "pwrite", "recv", "waitpid", "semop"}) {
         if (call == waiting) {
-            s_bInterrupted = !s_bInterrupted;
-            return s_bInterrupted ? EINTR : 0;
+            s_Interrupted = s_Interrupted == waiting ? "" : waiting;
+            return s_Interrupted.empty() ? 0 : EINTR;
         }
     }
     return 0;
@@ -117,11 +117,11 @@ TEST_F(SystemCallTest, FilesAndProcessesAreReadAndWrittenWholeAByteAtATime) {
         }
         EXPECT_EQ(all, text);
     }
-    Process echo("/bin/cat", {});
+    Process echo("/bin/sh", {"-c", "cat; exit 3"});
     echo.WriteLine("line");
     EXPECT_EQ(echo.ReadLine(), "line");
     echo.CloseInput();
-    EXPECT_EQ(echo.EndText(), "exit code 0");
+    EXPECT_EQ(echo.EndText(), "exit code 3");
 }
 
 // --- Failing ---
@@ -183,6 +183,20 @@ TEST_F(SystemCallTest, LineThatCannotBeWrittenLeavesNothingOfItself) {
     }
     EXPECT_EQ(file.Write("third\n"), 0);
     EXPECT_EQ(ReadFile("file"), "first\nthird\n");
+}
+
+// As where a file may not grow for a reason of its own, which raises no signal.
+TEST_F(SystemCallTest, ReasonOfAFailedWriteIsToldAlsoIfItRaisesNothing) {
+    const FileFault limited = FileSizeLimit(1000);
+    int nFile = 0;
+    EXPECT_EQ(_sopen_s(&nFile, "file", _O_WRONLY | _O_CREAT, _SH_DENYNO, _S_IWRITE), 0);
+    for (const int error : {EFBIG, EPIPE, EIO}) {
+        s_Failure = {"write", error};
+        const AheadOfCalls failing(FailOnce);
+        EXPECT_EQ(_write(nFile, "text", 4), -1);
+        EXPECT_EQ(errno, error);
+    }
+    EXPECT_EQ(_close(nFile), 0);
 }
 
 TEST_F(SystemCallTest, LockIsThatOfTheFileThatHasTheNameWhenItIsTaken) {

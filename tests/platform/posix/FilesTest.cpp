@@ -1,20 +1,20 @@
 // What the POSIX layer does beyond the calls of Windows, and where these systems alone can be asked
-// for it: files, libraries, processes, and arguments that no caller should have.
+// for it: files, and arguments that no caller should have.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <future>
+#include <memory>
 #include <system_error>
 
 #include "platform/FileLock.h"
 #include "platform/FileReader.h"
-#include "platform/LibraryError.h"
+#include "platform/GrowingFile.h"
 #include "platform/Process.h"
 #include "platform/StandardFiles.h"
 #include "platform/TextFile.h"
@@ -22,8 +22,6 @@
 #include "tests/support/FileFaults.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportProcess.h"
-
-using testing::HasSubstr;
 
 namespace {
 
@@ -113,6 +111,57 @@ TEST_F(FilesTest, LockIsOneHoldersAndThatOfTheFileThatHasTheName) {
     EXPECT_FALSE(FileLock().Take("body"));
     EXPECT_EQ(
         ThrownBy([] { FileLock().Take("none"); }), "can't read none: No such file or directory");
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    EXPECT_TRUE(FileLock().Take("pipe")) << "nobody writes it";
+}
+
+TEST_F(FilesTest, GrowingFileTakesWholeLinesWithinItsLimitAndIsNewEachTime) {
+    GrowingFile file;
+    {
+        const Limit ten(RLIMIT_FSIZE, 10);
+        EXPECT_EQ(file.Create("file"), 0);
+        EXPECT_EQ(file.Write("more than ten"), EFBIG);
+        EXPECT_EQ(file.Write("123456"), 0);
+        EXPECT_EQ(file.Write("78901"), EFBIG);
+        EXPECT_EQ(file.Write("7890"), 0) << "it is full to the last byte then";
+    }
+    EXPECT_EQ(file.Write("x"), EFBIG) << "nobody has looked for the limit";
+    file.LookForLimit();
+    EXPECT_EQ(file.Write("x"), 0);
+    EXPECT_EQ(file.Size(), 11U);
+    const int nDescriptor = NextDescriptor();
+    EXPECT_EQ(file.Create("file"), EEXIST);
+    EXPECT_FALSE(file.IsOpen());
+    EXPECT_EQ(file.Size(), 0U);
+    EXPECT_LT(NextDescriptor(), nDescriptor) << "the former file is left open";
+    EXPECT_EQ(ReadFile("file"), "1234567890x");
+}
+
+TEST_F(FilesTest, ProgramsThatAreStartedHaveNoneOfTheFiles) {
+    WriteFile("file", "");
+    const auto flags = [](const auto& open) {
+        const int nDescriptor = NextDescriptor();
+        const auto opened = open();
+        return fcntl(nDescriptor, F_GETFD);
+    };
+    EXPECT_EQ(flags([] { return std::make_unique<FileReader>("file"); }), FD_CLOEXEC);
+    EXPECT_EQ(
+        flags([] { return std::make_unique<Process>("/bin/cat", std::vector<std::string>()); }),
+        FD_CLOEXEC);
+    EXPECT_EQ(
+        flags([] {
+            auto pLock = std::make_unique<FileLock>();
+            EXPECT_TRUE(pLock->Take("file"));
+            return pLock;
+        }),
+        FD_CLOEXEC);
+    EXPECT_EQ(
+        flags([] {
+            auto pFile = std::make_unique<GrowingFile>();
+            EXPECT_EQ(pFile->Create("new"), 0);
+            return pFile;
+        }),
+        FD_CLOEXEC);
 }
 
 // --- INI files ---
@@ -133,6 +182,7 @@ TEST_F(FilesTest, IniValuesInQuotesAndAtTheEndOfWhatALineHolds) {
     const std::pair<std::string, int> values[] = {
         {"'42'", 42}, {"\"42'", 0}, {"\"\"", -1}, {"\"", 0},  {"0XFF", 0},
         {"0xfG", 15}, {"0o18", 1},  {"0b2", 0},   {"+-1", 0}, {"4294967297", 1},
+        {"\v7", 7},   {"\f7", 7},   {"0xF", 15},
     };
     for (const auto& [text, value] : values) {
         EXPECT_EQ(SizeIn("[S]\nSize=" + text + "\n"), value) << text;
@@ -209,75 +259,7 @@ TEST_F(FilesTest, FilesAreOpenedWithoutHangingTheHost) {
     EXPECT_EQ(info.st_mode, static_cast<mode_t>(S_IFREG | 0666));
 }
 
-// --- Libraries ---
-
-TEST_F(FilesTest, LibrariesGiveTheirOwnExportsAlone) {
-    const std::string path = (BuildFolder() / MODULE_FILE).string();
-    EXPECT_EQ(LoadLibraryA(nullptr), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
-    EXPECT_EQ(LoadLibraryA(OVERLONG.c_str()), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
-    EXPECT_EQ(LoadLibraryA("none.so"), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_MOD_NOT_FOUND});
-    EXPECT_THAT(LastLibraryError(), HasSubstr("none.so: cannot open"));
-    EXPECT_EQ(LastLibraryError(), "") << "it is told once";
-    HMODULE module = LoadLibraryA(path.c_str());
-    ASSERT_NE(module, nullptr);
-    EXPECT_NE(GetProcAddress(module, "_RegisterInitializeFuncList@4"), nullptr);
-    EXPECT_NE(GetProcAddress(module, "GetEventProcList"), nullptr);
-    EXPECT_EQ(GetProcAddress(nullptr, "GetEventProcList"), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
-    EXPECT_EQ(GetProcAddress(module, nullptr), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
-    // What a library that it depends on has is no export of its own.
-    for (const std::string& name :
-         {std::string("malloc"), std::string("GetEventProcLists"),
-          std::string("_RegisterInitializeFuncList@8"), OVERLONG + "@4"}) {
-        SetLastError(ERROR_SUCCESS);
-        EXPECT_EQ(GetProcAddress(module, name.c_str()), nullptr) << name;
-        EXPECT_EQ(GetLastError(), DWORD{ERROR_PROC_NOT_FOUND});
-    }
-    EXPECT_NE(FreeLibrary(module), FALSE);
-    EXPECT_EQ(FreeLibrary(nullptr), FALSE);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_HANDLE});
-}
-
-// The module writes with them held back, and leaves all as it has found it.
-TEST_F(ModuleTest, HostHasItsSignalsBackWhileItRunsAndWhenTheModuleIsGone) {
-    struct sigaction own = {};
-    own.sa_handler = [](int) {};
-    std::array<struct sigaction, 3> former{};
-    const std::array<int, 3> signals = {SIGXFSZ, SIGPIPE, SIGTTOU};
-    for (std::size_t i = 0; i < signals.size(); ++i) {
-        ASSERT_EQ(sigaction(signals[i], &own, &former[i]), 0);
-    }
-    sigset_t before;
-    pthread_sigmask(SIG_SETMASK, nullptr, &before);
-    const auto expectOwn = [&] {
-        sigset_t now;
-        pthread_sigmask(SIG_SETMASK, nullptr, &now);
-        for (const int nSignal : signals) {
-            struct sigaction found = {};
-            EXPECT_EQ(sigaction(nSignal, nullptr, &found), 0);
-            EXPECT_EQ(found.sa_handler, own.sa_handler) << nSignal;
-            EXPECT_EQ(sigismember(&now, nSignal), sigismember(&before, nSignal)) << nSignal;
-        }
-    };
-    LoadAgain();
-    EXPECT_EQ(Module().Register(), 0);
-    {
-        const Limit small(RLIMIT_FSIZE, std::filesystem::file_size(LOG_FILE));
-        EXPECT_EQ(Run("SaveBodyID"), 0);
-        expectOwn();
-    }
-    Unload();
-    expectOwn();
-    for (std::size_t i = 0; i < signals.size(); ++i) {
-        sigaction(signals[i], &former[i], nullptr);
-    }
-}
-
-// --- Standard files and processes ---
+// --- Standard files ---
 
 TEST_F(FilesTest, StandardFileThatDoesNotWaitIsWrittenWhole) {
     std::array<int, 2> ends{};
@@ -301,36 +283,26 @@ TEST_F(FilesTest, StandardFileThatDoesNotWaitIsWrittenWhole) {
     EXPECT_EQ(TerminalWidth(ends[1]), 0U);
 }
 
-TEST_F(FilesTest, ProcessTellsItsLinesAndItsEnd) {
-    Process echo("/bin/cat", {});
-    EXPECT_EQ(kill(echo.Id(), 0), 0);
-    const std::string line(10'000, 'l');
-    echo.WriteLine(line);
-    echo.WriteLine("second");
-    EXPECT_EQ(echo.ReadLine(), line);
-    EXPECT_EQ(echo.ReadLine(), "second");
-    echo.CloseInput();
-    EXPECT_EQ(echo.ReadLine(), std::nullopt);
-    EXPECT_EQ(echo.EndText(), "exit code 0");
-    echo.WriteLine("nobody reads it");
-    echo.Kill();
-    EXPECT_EQ(echo.Wait(), 0) << "it had ended before";
-
-    Process shell("/bin/sh", {"-c", "echo ready; printf cut; exit 3"});
-    EXPECT_EQ(shell.ReadLine(), "ready");
-    EXPECT_EQ(shell.ReadLine(), std::nullopt) << "the line has no end";
-    EXPECT_EQ(shell.EndText(), "exit code 3");
-
-    Process waiting("/bin/cat", {});
-    EXPECT_EQ(kill(waiting.Id(), SIGINT), 0);
-    EXPECT_EQ(waiting.Wait(), -1);
-    EXPECT_EQ(waiting.EndText(), "signal 2, Interrupt");
-    EXPECT_EQ(ThrownBy([] { Process("/none", {}); }), "/none does not start");
-    const int nDescriptor = NextDescriptor();
-    EXPECT_EQ(ThrownBy([] { Process("/none", {}); }), "/none does not start");
-    EXPECT_EQ(NextDescriptor(), nDescriptor);
-    const Limit none(RLIMIT_NOFILE, static_cast<rlim_t>(nDescriptor));
-    EXPECT_EQ(ThrownBy([] { Process("/bin/true", {}); }), "no socket for /bin/true");
+TEST_F(FilesTest, ClosedStandardFilesFailAndNoOtherFileTakesTheirNumbers) {
+    std::array<int, 3> former{};
+    for (int nFile = 0; nFile < 3; ++nFile) {
+        former.at(static_cast<std::size_t>(nFile)) = fcntl(nFile, F_DUPFD_CLOEXEC, 3);
+        close(nFile);
+    }
+    KeepStandardFiles();
+    char byte = 0;
+    const bool bRead = read(STDIN_FILENO, &byte, 1) != -1;
+    const int nOutput = WriteStandardFile(STANDARD_OUTPUT, "x");
+    const int nError = WriteStandardFile(STANDARD_ERROR, "x");
+    const int nNext = NextDescriptor();
+    for (int nFile = 0; nFile < 3; ++nFile) {
+        dup2(former.at(static_cast<std::size_t>(nFile)), nFile);
+        close(former.at(static_cast<std::size_t>(nFile)));
+    }
+    EXPECT_FALSE(bRead);
+    EXPECT_EQ(nOutput, EBADF);
+    EXPECT_EQ(nError, EBADF);
+    EXPECT_GT(nNext, STANDARD_ERROR);
 }
 
 }  // namespace

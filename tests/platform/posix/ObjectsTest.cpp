@@ -132,6 +132,26 @@ TEST_F(ObjectsTest, ForeignObjectInABlocksPlaceStaysAndTheBlockDoesNotOpen) {
     }
 }
 
+/// FNV-1a of what is said once for all builds, of the name, and of the user's number.
+key_t AgreedKey(const std::string& name) {
+    std::string text = std::string("TuneBench") + '\0' + name + '\0';
+    for (uid_t user = geteuid(); user != 0; user >>= 8) {
+        text += static_cast<char>(user & 0xFF);
+    }
+    std::uint32_t hash = 0x811C9DC5;
+    for (const char character : text) {
+        hash = (hash ^ static_cast<unsigned char>(character)) * 0x01000193;
+    }
+    return static_cast<key_t>(hash);
+}
+
+TEST_F(ObjectsTest, KeysAreThoseOfOtherBuildsAndEachUserHasOwnOnes) {
+    EXPECT_EQ(m_BlockKey, AgreedKey("SHARED_NAME_LONE"));
+    EXPECT_EQ(m_MutexKey, AgreedKey("MUTEX_NAME_LONE"));
+    const OrdinaryUser other;
+    EXPECT_EQ(KeyOf([] { return OpenBlock(); }), AgreedKey("SHARED_NAME_LONE"));
+}
+
 TEST_F(ObjectsTest, SegmentOfACreatorKilledOnTheWayIsReplaced) {
     ASSERT_GE(shmget(m_BlockKey, 100, IPC_CREAT | IPC_EXCL | 0600), 0);
     const HANDLE hBlock = OpenBlock();

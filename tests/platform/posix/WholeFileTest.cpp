@@ -13,20 +13,26 @@ namespace fs = std::filesystem;
 namespace {
 
 TEST_F(WholeFileTest, FileKeepsItsRightsAndItsOwner) {
-    WriteFile("file", "former");
-    ASSERT_EQ(chmod("file", 0604), 0);
-    const bool bRoot = geteuid() == 0;
-    ASSERT_EQ(chown("file", bRoot ? 1234 : geteuid(), bRoot ? 2345 : getegid()), 0);
-    struct stat former = {};
-    ASSERT_EQ(stat("file", &former), 0);
-    Replace("file", OUTLASTS::POWER_FAILURES);
-    struct stat now = {};
-    ASSERT_EQ(stat("file", &now), 0);
-    EXPECT_EQ(ReadFile("file"), "new");
-    EXPECT_EQ(now.st_mode, former.st_mode);
-    EXPECT_EQ(now.st_uid, former.st_uid);
-    EXPECT_EQ(now.st_gid, former.st_gid);
-    EXPECT_NE(now.st_ino, former.st_ino) << "it was not replaced as a whole";
+    const uid_t user = geteuid();
+    const gid_t group = getegid();
+    const bool bRoot = user == 0;
+    const std::pair<uid_t, gid_t> owners[] = {
+        {user, group}, {bRoot ? 1234 : user, group}, {user, bRoot ? 2345 : group}};
+    for (const auto& [owner, itsGroup] : owners) {
+        WriteFile("file", "former");
+        ASSERT_EQ(chown("file", owner, itsGroup), 0);
+        ASSERT_EQ(chmod("file", 04604), 0);
+        struct stat former = {};
+        ASSERT_EQ(stat("file", &former), 0);
+        Replace("file", OUTLASTS::POWER_FAILURES);
+        struct stat now = {};
+        ASSERT_EQ(stat("file", &now), 0);
+        EXPECT_EQ(ReadFile("file"), "new");
+        EXPECT_EQ(now.st_mode, former.st_mode);
+        EXPECT_EQ(now.st_uid, former.st_uid);
+        EXPECT_EQ(now.st_gid, former.st_gid);
+        EXPECT_NE(now.st_ino, former.st_ino) << "it was not replaced as a whole";
+    }
 }
 
 TEST_F(WholeFileTest, LinksStayAndLeadToTheNewFile) {
@@ -44,6 +50,26 @@ TEST_F(WholeFileTest, LinksStayAndLeadToTheNewFile) {
     EXPECT_EQ(ReadFile("folder/missing"), "new");
     fs::create_symlink("circle", "circle");
     ExpectRefused("circle", ELOOP);
+    // As many as the system itself follows, and one more.
+    fs::path path = "folder/file";
+    for (int links = 1; links <= 41; ++links) {
+        const fs::path next = "link" + std::to_string(links);
+        fs::create_symlink(path, next);
+        path = next;
+    }
+    Replace("link40");
+    ExpectRefused("link41", ELOOP);
+}
+
+// Another user can tell the name ahead.
+TEST_F(WholeFileTest, NothingIsWrittenThroughALinkInTheNewFilesPlace) {
+    WriteFile("victim", "former");
+    const std::string name = "file.unfinished-" + std::to_string(getpid());
+    fs::create_symlink("victim", name);
+    ExpectRefused("file", EEXIST);
+    EXPECT_TRUE(fs::is_symlink(name));
+    EXPECT_EQ(ReadFile("victim"), "former");
+    ExpectRefused("missing/", EISDIR);
 }
 
 TEST_F(WholeFileTest, DevicesAndPipesAreWrittenTo) {
