@@ -28,7 +28,6 @@ if(MSVC)
 else()
     set(EXPORTS ${PROJECT_SOURCE_DIR}/cmake/WindowsExports.txt)
     set(RUNTIME_DLLS ${GCC_RUNTIME} msvcrt.dll)
-    add_resources(TuneBench "Factory functions of the T460")
     # The C++ run-time library, one for all modules, so that an exception passes from one to
     # another. It lies beside them, as it does at the host. Nearly all of it are symbols for debuggers.
     foreach(DLL ${GCC_RUNTIME})
@@ -45,6 +44,7 @@ else()
 endif()
 
 export_module_names(TuneBench)
+add_resources(TuneBench "Factory functions of the T460")
 
 # Microsoft's own tools have dumpbin in place of objdump.
 if(NOT CMAKE_OBJDUMP)
