@@ -5,6 +5,7 @@
 
 #include "platform/Platform.h"
 #ifndef _WIN32
+#include <poll.h>
 #include <unistd.h>
 #endif
 
@@ -52,5 +53,27 @@ inline bool IsOutputTerminal() {
     return GetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), &mode) != FALSE;
 #else
     return isatty(STDOUT_FILENO) != 0;
+#endif
+}
+
+/// Whether standard input comes from a terminal.
+inline bool IsInputTerminal() {
+#ifdef _WIN32
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode) != FALSE;
+#else
+    return isatty(STDIN_FILENO) != 0;
+#endif
+}
+
+/// Waits for standard input to have something, or its end, for so many milliseconds at most. Gives
+/// whether it has.
+inline bool WaitForInput(int nMilliseconds) {
+#ifdef _WIN32
+    const DWORD time = static_cast<DWORD>(nMilliseconds);
+    return WaitForSingleObject(GetStdHandle(STD_INPUT_HANDLE), time) == WAIT_OBJECT_0;
+#else
+    pollfd input = {STDIN_FILENO, POLLIN, 0};
+    return poll(&input, 1, nMilliseconds) > 0;
 #endif
 }

@@ -1,14 +1,18 @@
 // jighost sequence: the steps of a file, one after the other.
-#include <algorithm>
 #include <iostream>
 #include <memory>
+#include <set>
 
 #include "jighost/commands/CommonOptions.h"
 #include "jighost/output/Complaint.h"
+#include "jighost/sequence/FilledText.h"
+#include "jighost/sequence/GivenValues.h"
+#include "jighost/sequence/Mistakes.h"
 #include "jighost/sequence/SequenceOfTrace.h"
 #include "jighost/sequence/SequenceOutput.h"
 #include "jighost/sequence/SequenceRecord.h"
-#include "jighost/text/Numbers.h"
+#include "jighost/session/Interrupt.h"
+#include "jighost/session/Question.h"
 #include "platform/Program.h"
 
 struct SEQUENCE_OPTIONS {
@@ -17,6 +21,7 @@ struct SEQUENCE_OPTIONS {
     std::string until;  // the same; empty for the last one
     std::string recordPath;
     std::string tracePath;  // of the recording that a sequence is to be made of; or empty
+    GIVEN_VALUES given;
 };
 
 static EXIT_CODE RunOrWrite(const HOST& host, const SEQUENCE_OPTIONS& options);
@@ -31,6 +36,11 @@ void AddSequenceCommand(Command& program, HOST& host) {
         "Runs nothing: writes a sequence with the operations and records of this trace", "FILE");
     command.AddOption("--from", pOptions->from, "First step, by number or name", "STEP");
     command.AddOption("--until", pOptions->until, "Last step, by number or name", "STEP");
+    command.AddRepeatedOption(
+        "--set", pOptions->given.settings, "The value of a parameter", "NAME=VALUE");
+    command.AddOption(
+        "--table", pOptions->given.tablePath,
+        "Values of parameters, comma-separated with a line of names: one run for each row", "FILE");
     command.AddOption(
         "--record", pOptions->recordPath, "Writes the run's record, as --json", "FILE");
     AddSessionOptions(command, host);
@@ -41,6 +51,7 @@ void AddSequenceCommand(Command& program, HOST& host) {
         "  jighost sequence sequences/identity.yaml --body desk.yaml\n"
         "  jighost sequence sequences/inspection.yaml --from EnterFactoryMode --until 4\n"
         "  jighost sequence sequences/identity.yaml --record run.json\n"
+        "  jighost sequence lot.yaml --table lot.csv --record 'run-${serial}.json'\n"
         "  jighost sequence sequences/identity.yaml --trace identity.jsonl\n"
         "  jighost sequence sequences/identity.yaml --fault FA_CopyVistaUniqueID=0x2001\n"
         "  jighost sequence --from-trace recording.jsonl >line.yaml\n"
@@ -54,54 +65,78 @@ void AddSequenceCommand(Command& program, HOST& host) {
     command.SetWork([&host, pOptions] { host.exitCode = RunOrWrite(host, *pOptions); });
 }
 
-// --- Which steps ---
+// --- What is to run ---
 
-/// The place of a step by number, or by name at or behind `start`.
-static std::size_t FindStep(const SEQUENCE& sequence, const std::string& text, std::size_t start) {
-    const auto number = ParseNumber<std::size_t>(text);
-    if (number && *number >= 1 && *number <= sequence.steps.size()) {
-        return *number - 1;
-    }
-    for (std::size_t i = start; i < sequence.steps.size(); ++i) {
-        if (sequence.steps[i].name == text) {
-            return i;
+/// One run of the sequence, with its files.
+struct PLANNED_RUN {
+    RUN_VALUES values;
+    std::string recordPath;
+    std::string tracePath;
+};
+
+/// Asks until the answer is a value; nothing where nobody sits at a terminal or answers.
+static std::optional<std::string> AskValue(const PARAMETER& parameter) {
+    const std::string& question = parameter.question;
+    while (CanAsk()) {
+        const auto value = Ask(question.empty() ? parameter.name + '?' : question);
+        if (!value || DoOrComplain([&] { CheckValue(parameter, *value); })) {
+            return value;
         }
     }
-    throw HostError(
-        EXIT_WRONG_USE, "expected a step by its name or by a number from 1 to " +
-                            std::to_string(sequence.steps.size()) + ", got '" + text + "'");
+    return std::nullopt;
 }
 
-static STEP_RANGE FindRange(const SEQUENCE& sequence, const SEQUENCE_OPTIONS& options) {
-    STEP_RANGE range = {0, sequence.steps.size() - 1};
-    if (!options.from.empty()) {
-        range.first = FindStep(sequence, options.from, 0);
-    }
-    if (!options.until.empty()) {
-        range.last = FindStep(sequence, options.until, range.first);
-    }
-    if (range.last < range.first) {
+static PLANNED_RUN Plan(
+    const HOST& host, const SEQUENCE_OPTIONS& options, const RUN_VALUES& values) {
+    const auto path = [&](const std::string& text) {
+        return PathWithValues(text, values.values).value_or("");
+    };
+    return {values, path(options.recordPath), path(host.session.tracePath)};
+}
+
+/// Throws EXIT_WRONG_USE if a run would replace the file of another one.
+static void CheckOwnFile(
+    std::set<std::string>& paths, const std::string& path, const std::string& option) {
+    if (!path.empty() && !paths.insert(path).second) {
         throw HostError(
-            EXIT_WRONG_USE, "step " + options.until + " comes ahead of step " + options.from);
+            EXIT_WRONG_USE, option + ' ' + path +
+                                ": expected a file of its own for each row of "
+                                "--table, by ${NAME} of a parameter in the path");
     }
-    return range;
+}
+
+/// All of it is checked ahead of the first step.
+static std::vector<PLANNED_RUN> PlanRuns(
+    const HOST& host, const SEQUENCE_OPTIONS& options, const SequenceFile& file) {
+    std::vector<PLANNED_RUN> runs;
+    std::set<std::string> paths;
+    Mistakes mistakes;
+    for (const RUN_VALUES& values : CollectValues(file.Parameters(), options.given, AskValue)) {
+        const auto plan = [&] {
+            runs.push_back(Plan(host, options, values));
+            FindRange(file.Read(values.values), options.from, options.until);
+            CheckOwnFile(paths, runs.back().recordPath, "--record");
+            CheckOwnFile(paths, runs.back().tracePath, "--trace");
+        };
+        mistakes.Gather(plan, values.place.empty() ? "" : " (" + values.place + ')');
+    }
+    mistakes.ThrowIfAny();
+    return runs;
 }
 
 // --- The run ---
 
 static SESSION_OPTIONS SessionOptions(
     const HOST& host, const SEQUENCE_OPTIONS& options, const SEQUENCE& sequence,
-    const STEP_RANGE& range) {
+    const STEP_RANGE& range, const PLANNED_RUN& planned) {
     SESSION_OPTIONS session = host.session;
-    const auto first = sequence.steps.begin() + static_cast<std::ptrdiff_t>(range.first);
-    const auto end = sequence.steps.begin() + static_cast<std::ptrdiff_t>(range.last) + 1;
-    const auto isDump = [](const STEP& step) { return IsDump(*step.info); };
-    if (std::any_of(first, end, isDump) ||
-        std::any_of(sequence.always.begin(), sequence.always.end(), isDump)) {
+    if (HasDump(sequence, range)) {
         session.folderText = sequence.folderText;
     }
+    session.tracePath = planned.tracePath;
     session.inputs.push_back({"the sequence", *options.path});
-    session.outputs.push_back({"--record", options.recordPath});
+    session.inputs.push_back({"--table", options.given.tablePath});
+    session.outputs.push_back({"--record", planned.recordPath});
     return session;
 }
 
@@ -115,12 +150,13 @@ static void Report(const HOST& host, const SEQUENCE_RUN& run, const SequenceReco
 }
 
 // What lasts comes first: who reads the report may go away.
-static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options) {
-    const SEQUENCE sequence = ReadSequence(*options.path);
-    const STEP_RANGE range = FindRange(sequence, options);
-    Session session(SessionOptions(host, options, sequence, range));
+static EXIT_CODE RunOnce(
+    const HOST& host, const SEQUENCE_OPTIONS& options, const SEQUENCE& sequence,
+    const PLANNED_RUN& planned) {
+    const STEP_RANGE range = FindRange(sequence, options.from, options.until);
+    Session session(SessionOptions(host, options, sequence, range, planned));
     RequireSteps(session, sequence);
-    SequenceRecord record(options.recordPath, sequence);
+    SequenceRecord record(planned.recordPath, sequence);
     record.Begin();
     const bool bLive = IsErrorOutputTerminal() && !host.session.IsTraceShown();
     const SequenceOutput output(sequence, range, bLive, !host.bJson);
@@ -136,6 +172,25 @@ static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options) {
     const bool bRecordWritten = DoOrComplain([&] { record.Finish(run); });
     Report(host, run, record);
     return session.Conclude(run.exitCode, bSessionWritten && bRecordWritten);
+}
+
+static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options) {
+    const SequenceFile file(*options.path);
+    EXIT_CODE exitCode = EXIT_OK;
+    for (const PLANNED_RUN& planned : PlanRuns(host, options, file)) {
+        const std::string& place = planned.values.place;
+        if (IsInterrupted()) {
+            Complain("not run: " + place);
+            continue;
+        }
+        const SEQUENCE sequence = file.Read(planned.values.values);
+        if (!host.bJson && !place.empty()) {
+            ShowValues(place, sequence);
+        }
+        const EXIT_CODE ofRun = RunOnce(host, options, sequence, planned);
+        exitCode = exitCode == EXIT_OK ? ofRun : exitCode;
+    }
+    return exitCode;
 }
 
 // --- What becomes of a trace ---
@@ -156,7 +211,8 @@ static EXIT_CODE RunOrWrite(const HOST& host, const SEQUENCE_OPTIONS& options) {
     if (options.path) {
         return RunFile(host, options);
     }
-    if (!(options.from + options.until + options.recordPath).empty() || host.bJson) {
+    const bool bValues = !options.given.settings.empty() || !options.given.tablePath.empty();
+    if (!(options.from + options.until + options.recordPath).empty() || bValues || host.bJson) {
         throw HostError(EXIT_WRONG_USE, "--from-trace runs nothing: expected no other option");
     }
     return WriteFromTrace(options.tracePath);

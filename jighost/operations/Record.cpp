@@ -27,15 +27,6 @@ RecordBytes NewRecord(const RECORD& record) {
 
 // --- Parsing ---
 
-static std::optional<double> ParseDouble(std::string_view text) {
-    double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size()) {
-        return std::nullopt;
-    }
-    return number;
-}
-
 template <class Number>
 static std::optional<RecordBytes> BytesOf(const std::optional<Number>& number) {
     if (!number) {
@@ -114,16 +105,20 @@ static std::string NearestFields(const RECORD& record, std::string_view name) {
     return NearestNames(name.substr(0, name.find('[')), names);
 }
 
-void SetField(
-    std::string_view operation, const RECORD& record, RecordBytes& bytes, std::string_view field,
-    std::string_view value) {
-    const std::optional<PLACE> place = FindPlace(record, field);
-    if (!place) {
+void CheckField(std::string_view operation, const RECORD& record, std::string_view field) {
+    if (!FindPlace(record, field)) {
         throw HostError(
             EXIT_WRONG_USE, std::string(operation) + " has no field '" + std::string(field) +
                                 "'; its record has " + FieldNames(record) +
                                 NearestFields(record, field));
     }
+}
+
+void SetField(
+    std::string_view operation, const RECORD& record, RecordBytes& bytes, std::string_view field,
+    std::string_view value) {
+    CheckField(operation, record, field);
+    const std::optional<PLACE> place = FindPlace(record, field);
     const std::optional<RecordBytes> parsed = ParseValue(place->field->kind, value);
     if (!parsed || parsed->size() > place->field->width) {
         throw HostError(
@@ -241,6 +236,26 @@ std::string FieldText(const RECORD& record, const RecordBytes& bytes, std::strin
     const FIELD& known = *FindPlace(record, field).value().field;
     const std::span<const std::uint8_t> value = BytesAt(record, bytes, field);
     return known.kind == FIELD_KIND::BYTES ? HexBytes(value) : ValueText(known, value.data());
+}
+
+FIELD_KIND FieldKind(const RECORD& record, std::string_view field) {
+    return FindPlace(record, field).value().field->kind;
+}
+
+std::optional<double> FieldNumber(
+    const RECORD& record, const RecordBytes& bytes, std::string_view field) {
+    const std::uint8_t* pBytes = BytesAt(record, bytes, field).data();
+    switch (FieldKind(record, field)) {
+        case FIELD_KIND::UNSIGNED:
+        case FIELD_KIND::HEX:
+            return NumberAt<std::uint32_t>(pBytes);
+        case FIELD_KIND::SIGNED:
+            return NumberAt<std::int32_t>(pBytes);
+        case FIELD_KIND::DOUBLE:
+            return NumberAt<double>(pBytes);
+        default:
+            return std::nullopt;
+    }
 }
 
 std::string IndexedName(const FIELD& field) {

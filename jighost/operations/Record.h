@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <ostream>
 #include <span>
 #include <string>
@@ -41,8 +42,11 @@ using RecordBytes = std::vector<std::uint8_t>;
 /// length that the record does not tell, such as that of an INI file.
 RecordBytes NewRecord(const RECORD& record);
 
-// Both throw EXIT_WRONG_USE with one line that names the operation, the field and what was
+// These throw EXIT_WRONG_USE with one line that names the operation, the field and what was
 // expected.
+
+/// Of a field that the record does not have.
+void CheckField(std::string_view operation, const RECORD& record, std::string_view field);
 
 /// Sets one field from text: decimal or 0x numbers, characters, or hexadecimal bytes.
 void SetField(
@@ -65,7 +69,12 @@ void SetHex(
 /// Writes one line for each field.
 void ShowRecord(std::ostream& out, const RECORD& record, const RecordBytes& bytes);
 
-// `field` is one that SetField has accepted.
+// `field` is one that CheckField has accepted.
+
+FIELD_KIND FieldKind(const RECORD& record, std::string_view field);
+/// Nothing for texts and bytes.
+std::optional<double> FieldNumber(
+    const RECORD& record, const RecordBytes& bytes, std::string_view field);
 
 /// Whether the field has the same bytes in two records of one form.
 bool IsSameField(

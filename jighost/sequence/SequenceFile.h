@@ -3,6 +3,7 @@
 //     format: 2                 # of format 1 are those without what is marked
 //     name: prefix of a body
 //     folder: dump              # for LoadPropertyData, seen from the current directory
+//     parameters: ...           # format 2, Parameter.h; ${serial} stands for a value
 //     steps:
 //       - operation: SetFilePrefix
 //         name: prefix          # else the operation's
@@ -21,11 +22,14 @@
 #include <vector>
 
 #include "jighost/operations/OperationTable.h"
+#include "jighost/sequence/Parameter.h"
+#include "jighost/text/YamlFile.h"
 
 struct STEP {
     const OPERATION_INFO* info = nullptr;
     std::string name;
-    std::vector<FIELD_VALUE> fields;        ///< of the record; the others are zero
+    std::string namePlace;            ///< "FILE:LINE"; empty if nobody named it but its operation
+    std::vector<FIELD_VALUE> fields;  ///< of the record; the others are zero
     std::optional<std::int32_t> result;     ///< expected; none for any success
     std::vector<FIELD_VALUE> resultFields;  ///< expected of the record that comes back
     std::uint32_t retries = 0;              ///< runs more if the outcome is not expected
@@ -38,11 +42,24 @@ struct SEQUENCE {
     std::string folderText;  ///< for the folder block; empty if no step needs it
     std::vector<STEP> steps;
     std::vector<STEP> always;  ///< run behind the others, however these ended
+    VALUES values;             ///< of its parameters, for this run
 };
 
-/// Reads and checks the whole file. Throws EXIT_WRONG_USE with a line for each wrong step, which
-/// says where it is and what was expected.
-SEQUENCE ReadSequence(const std::string& path);
+class SequenceFile {
+  public:
+    /// Reads and checks the whole file, but for what only a parameter's value decides. Throws
+    /// EXIT_WRONG_USE with a line for each mistake, which says where it is and what was expected.
+    explicit SequenceFile(const std::string& path);
+
+    const std::vector<PARAMETER>& Parameters() const { return m_Parameters; }
+
+    /// The sequence with a value for each parameter. Throws as the constructor does.
+    SEQUENCE Read(const VALUES& values) const;
+
+  private:
+    YamlFile m_File;
+    std::vector<PARAMETER> m_Parameters;
+};
 
 /// A record with these fields set; throws EXIT_WRONG_USE for a field or value that can't be.
 RecordBytes BuildRecord(const OPERATION_INFO& info, const std::vector<FIELD_VALUE>& fields);

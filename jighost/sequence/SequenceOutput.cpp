@@ -85,6 +85,14 @@ void SequenceOutput::ShowRow(const STEP_OUTCOME& outcome) const {
     }
 }
 
+void ShowValues(const std::string& place, const SEQUENCE& sequence) {
+    std::string values;
+    for (const auto& [name, value] : sequence.values) {
+        values += (values.empty() ? ": " : ", ") + name + " = " + value.value_or("");
+    }
+    std::cout << PlainText(place + values) << '\n';
+}
+
 void ShowSummary(const SEQUENCE_RUN& run) {
     const auto problems = std::count_if(
         run.outcomes.begin(), run.outcomes.end(),

@@ -26,6 +26,9 @@ class SequenceOutput {
     std::size_t m_NameWidth = 0;
 };
 
+/// Ahead of one run of many: the row that it is for, and the parameters' values.
+void ShowValues(const std::string& place, const SEQUENCE& sequence);
+
 /// How many steps ran, and how many of them were not as expected.
 void ShowSummary(const SEQUENCE_RUN& run);
 

@@ -33,6 +33,14 @@ static Json StepJson(const STEP_OUTCOME& outcome) {
     return step;
 }
 
+static Json ParametersJson(const VALUES& values) {
+    Json parameters = Json::object();
+    for (const auto& [name, value] : values) {
+        parameters[name] = value.value_or("");
+    }
+    return parameters;
+}
+
 /// A document as it stands within another one. No text of it has a line's end in it.
 static std::string Indented(const std::string& text) {
     const std::string indent(4, ' ');
@@ -45,7 +53,8 @@ static std::string Indented(const std::string& text) {
 }
 
 SequenceRecord::SequenceRecord(const std::string& path, const SEQUENCE& sequence)
-    : m_Path(path), m_Name(sequence.name) {
+    : m_Path(path),
+      m_Head({{"sequence", sequence.name}, {"parameters", ParametersJson(sequence.values)}}) {
     if (!m_Path.empty()) {
         WithExitCode(EXIT_WRONG_USE, [this] { CheckReplaceable(PathOf(m_Path)); });
     }
@@ -53,12 +62,11 @@ SequenceRecord::SequenceRecord(const std::string& path, const SEQUENCE& sequence
 
 void SequenceRecord::Compose(
     const char* pszOutcome, std::chrono::duration<double, std::milli> time) {
-    m_Text = JsonText(
-        {{"format", JSON_FORMAT},
-         {"sequence", m_Name},
-         {"outcome", pszOutcome},
-         {"time_ms", time.count()},
-         {"steps", Json::array()}});
+    Json document = {{"format", JSON_FORMAT}};
+    document.update(m_Head);
+    document.update(
+        Json({{"outcome", pszOutcome}, {"time_ms", time.count()}, {"steps", Json::array()}}));
+    m_Text = JsonText(document);
     if (!m_Steps.empty()) {
         m_Text.erase(m_Text.rfind("]\n}"));
         m_Text += '\n' + m_Steps + "\n  ]\n}";

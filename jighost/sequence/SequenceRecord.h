@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "jighost/output/Json.h"
 #include "jighost/sequence/SequenceRun.h"
 
 class SequenceRecord {
@@ -28,7 +29,7 @@ class SequenceRecord {
     void WriteInterim() const;
 
     std::string m_Path;
-    std::string m_Name;   // of the sequence
+    Json m_Head;          // the sequence's name and its parameters' values
     std::string m_Steps;  // as they stand in the document
     std::string m_Text;
 };

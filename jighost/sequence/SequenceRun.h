@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "jighost/sequence/SequenceFile.h"
+#include "jighost/sequence/StepRange.h"
 #include "jighost/session/Session.h"
 #include "jighost/text/HostError.h"
 
@@ -22,12 +22,6 @@ struct SEQUENCE_RUN {
     std::vector<STEP_OUTCOME> outcomes;  ///< of the steps that ran
     std::chrono::duration<double, std::milli> time{};
     EXIT_CODE exitCode = EXIT_OK;  ///< of the first problem, but EXIT_INTERRUPTED for a signal
-};
-
-/// Steps `first` to `last`, counted from 0.
-struct STEP_RANGE {
-    std::size_t first;
-    std::size_t last;
 };
 
 /// Told of each step before it runs, with an outcome that has only step and number, and again

@@ -23,5 +23,13 @@ std::optional<Number> ParseNumber(std::string_view text) {
     return number;
 }
 
+/// A floating-point number; nothing if the text is none.
+std::optional<double> ParseDouble(std::string_view text);
+/// The same or a whole number as ParseNumber takes it, of any size but infinite.
+std::optional<double> ParseQuantity(std::string_view text);
+
+/// The shortest text that gives the number again; without an exponent if it is short so.
+std::string NumberText(double number);
+
 /// At least `digits` hexadecimal digits.
 std::string HexText(std::uint32_t value, std::size_t digits);

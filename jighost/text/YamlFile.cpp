@@ -122,8 +122,11 @@ void YamlFile::RefuseValue(const YAML::Node& node, const std::string& expected) 
     Refuse(node, "expected " + expected + ", got " + got);
 }
 
-void YamlFile::Refuse(const YAML::Node& node, const std::string& text) const {
+std::string YamlFile::Place(const YAML::Node& node) const {
     // An empty file has no lines.
-    const int line = std::max(node.Mark().line + 1, 1);
-    throw HostError(EXIT_WRONG_USE, m_Path + ':' + std::to_string(line) + ": " + text);
+    return m_Path + ':' + std::to_string(std::max(node.Mark().line + 1, 1));
+}
+
+void YamlFile::Refuse(const YAML::Node& node, const std::string& text) const {
+    throw HostError(EXIT_WRONG_USE, Place(node) + ": " + text);
 }

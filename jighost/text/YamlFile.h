@@ -35,6 +35,8 @@ class YamlFile {
     void RequireList(const YAML::Node& node, const std::string& expected) const;
 
     [[noreturn]] void RefuseValue(const YAML::Node& node, const std::string& expected) const;
+    /// "FILE:LINE"
+    std::string Place(const YAML::Node& node) const;
     /// "FILE:LINE: text", for what is wrong in another way.
     [[noreturn]] void Refuse(const YAML::Node& node, const std::string& text) const;
 

@@ -213,6 +213,7 @@ steps:
         {"sequence steps.yaml --body desk.yaml --until deltas --json", 0, R"({
   "format": 1,
   "sequence": "a desk's steps",
+  "parameters": {},
   "outcome": "as expected",
   "time_ms": T,
   "steps": [

@@ -1,16 +1,12 @@
 // What becomes of output that can't be written, that nobody reads, or that a terminal is too narrow
 // for.
-#include <fcntl.h>
-#include <poll.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
 
 #include "tests/support/Support.h"
 #include "tests/support/posix/Shell.h"
+#include "tests/support/posix/Terminal.h"
 
 using testing::HasSubstr;
 
@@ -100,47 +96,6 @@ TEST_F(JighostOutputTest, PipeThatNobodyReadsEndsQuietlyWhenAllThatLastsIsWritte
 }
 
 // --- Terminals ---
-
-/// A terminal of 60 columns.
-class Terminal {
-  public:
-    Terminal() : m_nMaster(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
-        grantpt(m_nMaster);
-        unlockpt(m_nMaster);
-        path = ptsname(m_nMaster);
-        m_nSlave = open(path.c_str(), O_RDWR | O_NOCTTY);
-        const winsize size = {24, 60, 0, 0};
-        EXPECT_EQ(ioctl(m_nSlave, TIOCSWINSZ, &size), 0);
-    }
-    ~Terminal() {
-        close(m_nSlave);
-        close(m_nMaster);
-    }
-    Terminal(const Terminal&) = delete;
-    Terminal& operator=(const Terminal&) = delete;
-
-    /// Reads until a line that begins like this has come, and gives all that came.
-    std::string ReadUntil(const std::string& lineStart) const {
-        std::string all;
-        pollfd waiting = {m_nMaster, POLLIN, 0};
-        const auto isThere = [&] {
-            const std::size_t line = all.find('\n' + lineStart);
-            return line != std::string::npos && all.ends_with('\n');
-        };
-        while (!isThere() && poll(&waiting, 1, 60'000) == 1) {
-            char text[4096];
-            const ssize_t count = read(m_nMaster, text, sizeof(text));
-            all.append(text, static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-        }
-        return all;
-    }
-
-    std::string path;
-
-  private:
-    int m_nMaster;
-    int m_nSlave = -1;
-};
 
 TEST_F(JighostOutputTest, TerminalCutsNoWordOfASequence) {
     WriteFile(

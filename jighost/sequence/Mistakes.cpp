@@ -1,0 +1,34 @@
+// One line behind the other, up to a number that nobody reads on from.
+#include "jighost/sequence/Mistakes.h"
+
+#include <sstream>
+
+#include "jighost/text/HostError.h"
+
+static const std::size_t MOST_MISTAKES = 100;
+
+void Mistakes::Gather(const std::function<void()>& work, const std::string& suffix) {
+    std::istringstream lines;
+    try {
+        work();
+        return;
+    } catch (const HostError& e) {
+        lines.str(e.what());
+    }
+    for (std::string line; std::getline(lines, line);) {
+        Add(line + PlainText(suffix));
+    }
+}
+
+void Mistakes::Add(const std::string& line) {
+    m_Lines += (m_Lines.empty() ? "" : "\n") + line;
+    if (++m_Count == MOST_MISTAKES) {
+        ThrowIfAny();
+    }
+}
+
+void Mistakes::ThrowIfAny() const {
+    if (m_Count > 0) {
+        throw HostError(EXIT_WRONG_USE, HostError::LINES{m_Lines});
+    }
+}

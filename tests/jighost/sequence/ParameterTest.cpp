@@ -1,0 +1,135 @@
+// What a sequence is given for a run: from the command line, from a table, from its own file.
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "tests/support/Support.h"
+#include "tests/support/SupportJighost.h"
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+const std::string PARAMETERS = R"(format: 2
+name: body ${serial}
+parameters:
+  serial: {type: unsigned 32 bits, min: 1, max: 9999, question: "Serial number on the label?"}
+  owner: {type: characters, min: 1, max: 10, default: Desk}
+)";
+const std::string STEPS = R"(steps:
+  - {operation: SetOwnerName, name: "owner of ${serial}", record: {OwnerName: "${owner}"}}
+  - {operation: GetOwnerName, expect_fields: {OwnerName: "${owner}"}}
+)";
+
+class ParameterTest : public JighostTest {
+  protected:
+    ParameterTest() { WriteFile("body-of.yaml", PARAMETERS + STEPS); }
+
+    static void Refuses(const std::string& options, const std::string& complaint) {
+        const JIGHOST_RUN run = RunLine("sequence body-of.yaml " + options);
+        EXPECT_EQ(run.exitCode, 2) << options;
+        EXPECT_THAT(run.errors, HasSubstr(complaint)) << options;
+        EXPECT_EQ(run.output, "") << "before the first step";
+    }
+};
+
+TEST_F(ParameterTest, ValuesStandInRecordsExpectationsAndNames) {
+    const JIGHOST_RUN run =
+        RunLine("sequence body-of.yaml --set serial=0x10 --set owner=a${owner}b --json");
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    const auto record = nlohmann::json::parse(run.output);
+    EXPECT_EQ(record["sequence"], "body 0x10");
+    EXPECT_EQ(record["parameters"]["owner"], "a${owner}b") << "a value is no place for another";
+    EXPECT_EQ(record["steps"][0]["name"], "owner of 0x10");
+    EXPECT_EQ(record["steps"][1]["record"]["OwnerName"], "a${owner}b");
+}
+
+TEST_F(ParameterTest, EachRowOfATableIsARunOfItsOwn) {
+    WriteFile("lot.csv", "\xEF\xBB\xBFserial,owner\r\n1,\"a \"\"b\"\",c\"\r\n\r\n2,d\r\n");
+    const JIGHOST_RUN run =
+        RunLine("sequence body-of.yaml --table lot.csv --record run-${serial}.json");
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_THAT(run.output, StartsWith("lot.csv:2: owner = a \"b\",c, serial = 1\n"));
+    EXPECT_THAT(run.output, HasSubstr("\nlot.csv:4: owner = d, serial = 2\n"));
+    const auto owner = [](const char* pszPath) {
+        const auto record = nlohmann::json::parse(ReadFile(pszPath));
+        return record["parameters"]["owner"].get<std::string>();
+    };
+    EXPECT_EQ(owner("run-1.json"), "a \"b\",c");
+    EXPECT_EQ(owner("run-2.json"), "d");
+
+    // A row that fails keeps no other one from running, and is the run's result.
+    const JIGHOST_RUN fails =
+        RunLine("sequence body-of.yaml --table lot.csv --fault GetOwnerName:1=0x2001");
+    EXPECT_EQ(fails.exitCode, 4);
+    EXPECT_THAT(fails.output, HasSubstr("body 2: 2 of 2 steps run, 1 not as expected"));
+}
+
+TEST_F(ParameterTest, WrongAndMissingValuesAreToldAtOnceAheadOfTheFirstStep) {
+    WriteFile("two.csv", "serial,owner\n1,\n0,b\n");
+    WriteFile("lot.csv", "serial\n1\n2\n");
+    WriteFile("long.csv", "serial\n1,2\n");
+    WriteFile("open.csv", "serial\n\"1\n");
+    WriteFile("other.csv", "serials\n1\n");
+    const std::pair<std::string, std::string> refusals[] = {
+        {"", "the parameter serial has no value: expected --set serial=VALUE"},
+        {"--set serial=0", "serial: expected from 1 to 9999, got '0'"},
+        {"--set serial=x", "serial: expected a number from 0 to 4294967295, got 'x'"},
+        {"--set owner=12345678901", "owner: expected from 1 to 10 characters, got '12345678901'"},
+        {"--set serial", "expected NAME=VALUE, got 'serial'"},
+        {"--set serial=0 --set ownr=b", "no parameter 'ownr'; did you mean 'owner'?"},
+        {"--set serial=1 --table lot.csv", "lot.csv:2: expected a value of serial once"},
+        {"--table two.csv", "two.csv:2: parameter: owner: expected from 1 to 10 characters"},
+        {"--table two.csv", "\ntwo.csv:3: parameter: serial: expected from 1 to 9999, got '0'"},
+        {"--table long.csv", "long.csv:2: expected 1 values, got 2"},
+        {"--table open.csv", "open.csv:2: expected a quote behind a quoted text"},
+        {"--table other.csv", "other.csv: the sequence has no parameter 'serials'"},
+        {"--table none.csv", "can't read none.csv"},
+        {"--table lot.csv --record run.json", "--record run.json: expected a file of its own for"},
+        {"--set serial=1 --set owner=../a --record ${owner}.json",
+         "expected a value of owner that can be part of a file's name, got '../a'"},
+    };
+    for (const auto& [options, complaint] : refusals) {
+        Refuses(options, complaint);
+    }
+    // What only a value makes wrong is told with its row.
+    const std::string time = "  time: {type: characters}\nsteps:\n  - operation: ";
+    WriteFile(
+        "body-of.yaml",
+        PARAMETERS + time + "SetSlitRollingMode\n    record: {AccumulateTime: \"${time}\"}\n");
+    WriteFile("bad.csv", "serial,time\n1,9\n2,b\n");
+    Refuses("--table bad.csv", "body-of.yaml:9: SetSlitRollingMode: AccumulateTime: expected");
+    Refuses("--table bad.csv", "got 'b' (bad.csv:3)");
+    EXPECT_FALSE(std::filesystem::exists("JigDll.log"));
+}
+
+TEST_F(ParameterTest, WrongParametersAreToldWithTheStepsThatAreWrong) {
+    WriteFile("body-of.yaml", R"(format: 2
+parameters:
+  a: {type: number}
+  b-c: {type: bytes}
+  d: {min: 1}
+  e: {type: signed 32 bits, max: 3, default: 4}
+  f: {type: bytes, max: many}
+steps:
+  - {operation: SetOwnerName, record: {OwnerName: "${name}"}}
+  - {operation: SetOwnerName, record: {OwnerNam: "${g}"}}
+  - {operation: GetOwnerName, name: "${e"}
+)");
+    for (const char* pszLine :
+         {"3: expected the type of a parameter (unsigned 32 bits, ", "4: expected the name of a ",
+          "5: expected the type: of the parameter d",
+          "6: parameter: e: expected at most 3, got '4'", "7: expected a number, got 'many'",
+          "9: there is no parameter 'name'", "10: there is no parameter 'g'",
+          "11: expected } behind ${"}) {
+        Refuses("", "body-of.yaml:" + std::string(pszLine));
+    }
+    WriteFile("body-of.yaml", "format: 1\nparameters: {}\n" + STEPS);
+    Refuses("", "body-of.yaml:2: expected no parameters: in a sequence of format 1");
+    // Of format 1 the texts stay as they are.
+    const JIGHOST_RUN old = RunSequence(STEPS);
+    EXPECT_EQ(old.exitCode, 0) << old.errors;
+    EXPECT_THAT(old.output, HasSubstr("OwnerName = \"${owner}\""));
+}
+
+}  // namespace
