@@ -22,6 +22,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t siz
     for (const STEP& step : sequence.steps) {
         const RecordBytes record = BuildRecord(*step.info, step.fields);
         const RecordBytes expected = BuildRecord(*step.info, step.resultFields);
+        for (const MEASUREMENT& each : Measured(step.measures, *step.info->record, record)) {
+            MeasurementText(each);
+        }
         for (const FIELD_VALUE& each : step.resultFields) {
             FieldText(*step.info->record, record, each.field);
             IsSameField(*step.info->record, expected, record, each.field);

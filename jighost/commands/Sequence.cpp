@@ -22,6 +22,7 @@ struct SEQUENCE_OPTIONS {
     std::string recordPath;
     std::string tracePath;  // of the recording that a sequence is to be made of; or empty
     GIVEN_VALUES given;
+    bool bCheck = false;
 };
 
 static EXIT_CODE RunOrWrite(const HOST& host, const SEQUENCE_OPTIONS& options);
@@ -43,6 +44,8 @@ void AddSequenceCommand(Command& program, HOST& host) {
         "Values of parameters, comma-separated with a line of names: one run for each row", "FILE");
     command.AddOption(
         "--record", pOptions->recordPath, "Writes the run's record, as --json", "FILE");
+    command.AddFlag(
+        "--check", pOptions->bCheck, "Checks the file and the values, and runs nothing");
     AddSessionOptions(command, host);
     AddTakeFolderOption(command, host);
     AddJsonOption(command, host);
@@ -51,6 +54,7 @@ void AddSequenceCommand(Command& program, HOST& host) {
         "  jighost sequence sequences/identity.yaml --body desk.yaml\n"
         "  jighost sequence sequences/inspection.yaml --from EnterFactoryMode --until 4\n"
         "  jighost sequence sequences/identity.yaml --record run.json\n"
+        "  jighost sequence --check sequences/inspection.yaml\n"
         "  jighost sequence lot.yaml --table lot.csv --record 'run-${serial}.json'\n"
         "  jighost sequence sequences/identity.yaml --trace identity.jsonl\n"
         "  jighost sequence sequences/identity.yaml --fault FA_CopyVistaUniqueID=0x2001\n"
@@ -78,11 +82,15 @@ struct PLANNED_RUN {
 static std::optional<std::string> AskValue(const PARAMETER& parameter) {
     const std::string& question = parameter.question;
     while (CanAsk()) {
-        const auto value = Ask(question.empty() ? parameter.name + '?' : question);
+        auto value = Ask(question.empty() ? parameter.name + '?' : question);
         if (!value || DoOrComplain([&] { CheckValue(parameter, *value); })) {
             return value;
         }
     }
+    return std::nullopt;
+}
+
+static std::optional<std::string> AskNobody(const PARAMETER&) {
     return std::nullopt;
 }
 
@@ -107,11 +115,12 @@ static void CheckOwnFile(
 
 /// All of it is checked ahead of the first step.
 static std::vector<PLANNED_RUN> PlanRuns(
-    const HOST& host, const SEQUENCE_OPTIONS& options, const SequenceFile& file) {
+    const HOST& host, const SEQUENCE_OPTIONS& options, const SequenceFile& file,
+    const ValueAsker& ask) {
     std::vector<PLANNED_RUN> runs;
     std::set<std::string> paths;
     Mistakes mistakes;
-    for (const RUN_VALUES& values : CollectValues(file.Parameters(), options.given, AskValue)) {
+    for (const RUN_VALUES& values : CollectValues(file.Parameters(), options.given, ask)) {
         const auto plan = [&] {
             runs.push_back(Plan(host, options, values));
             FindRange(file.Read(values.values), options.from, options.until);
@@ -122,6 +131,24 @@ static std::vector<PLANNED_RUN> PlanRuns(
     }
     mistakes.ThrowIfAny();
     return runs;
+}
+
+/// Without values nothing is planned: who checks a file need not have any.
+static EXIT_CODE CheckSequence(const HOST& host, const SEQUENCE_OPTIONS& options) {
+    const SequenceFile file(*options.path);
+    std::string unknown;
+    if (options.given.settings.empty() && options.given.tablePath.empty()) {
+        for (const auto& [name, value] : DefaultValues(file.Parameters())) {
+            unknown += value ? "" : (unknown.empty() ? "" : ", ") + name;
+        }
+    }
+    if (unknown.empty()) {
+        PlanRuns(host, options, file, AskNobody);
+    }
+    std::cout << PlainText(*options.path) << ": nothing wrong found"
+              << (unknown.empty() ? "" : "; not checked without values: what depends on " + unknown)
+              << '\n';
+    return EXIT_OK;
 }
 
 // --- The run ---
@@ -177,7 +204,7 @@ static EXIT_CODE RunOnce(
 static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options) {
     const SequenceFile file(*options.path);
     EXIT_CODE exitCode = EXIT_OK;
-    for (const PLANNED_RUN& planned : PlanRuns(host, options, file)) {
+    for (const PLANNED_RUN& planned : PlanRuns(host, options, file, AskValue)) {
         const std::string& place = planned.values.place;
         if (IsInterrupted()) {
             Complain("not run: " + place);
@@ -209,10 +236,11 @@ static EXIT_CODE RunOrWrite(const HOST& host, const SEQUENCE_OPTIONS& options) {
         throw HostError(EXIT_WRONG_USE, "expected a sequence's file, or --from-trace and no file");
     }
     if (options.path) {
-        return RunFile(host, options);
+        return options.bCheck ? CheckSequence(host, options) : RunFile(host, options);
     }
-    const bool bValues = !options.given.settings.empty() || !options.given.tablePath.empty();
-    if (!(options.from + options.until + options.recordPath).empty() || bValues || host.bJson) {
+    const std::string texts =
+        options.from + options.until + options.recordPath + options.given.tablePath;
+    if (!texts.empty() || !options.given.settings.empty() || options.bCheck || host.bJson) {
         throw HostError(EXIT_WRONG_USE, "--from-trace runs nothing: expected no other option");
     }
     return WriteFromTrace(options.tracePath);

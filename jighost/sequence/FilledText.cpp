@@ -68,11 +68,9 @@ std::optional<std::string> FilledText::Fill(
     if (m_File.Format() < SEQUENCE_FORMAT) {
         return text;
     }
-    try {
-        return filling(text, m_Values);
-    } catch (const HostError& e) {
-        m_File.Refuse(node, e.what());
-    }
+    std::optional<std::string> filled;
+    m_File.Explain(node, [&] { filled = filling(text, m_Values); });
+    return filled;
 }
 
 std::optional<std::string> FilledText::Text(

@@ -13,6 +13,9 @@ void Mistakes::Gather(const std::function<void()>& work, const std::string& suff
         work();
         return;
     } catch (const HostError& e) {
+        if (m_Count == MOST_MISTAKES) {
+            throw;  // gathered within this work
+        }
         lines.str(e.what());
     }
     for (std::string line; std::getline(lines, line);) {

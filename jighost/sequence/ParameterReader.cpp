@@ -4,7 +4,6 @@
 #include <set>
 
 #include "jighost/operations/OperationText.h"
-#include "jighost/text/HostError.h"
 #include "jighost/text/NearestName.h"
 #include "jighost/text/Numbers.h"
 
@@ -63,11 +62,7 @@ static PARAMETER ReadParameter(
         file.Refuse(key, "expected the type: of the parameter " + parameter.name + ", got none");
     }
     if (parameter.defaultValue) {
-        try {
-            CheckValue(parameter, *parameter.defaultValue);
-        } catch (const HostError& e) {
-            file.Refuse(node["default"], e.what());
-        }
+        file.Explain(node["default"], [&] { CheckValue(parameter, *parameter.defaultValue); });
     }
     return parameter;
 }

@@ -57,11 +57,8 @@ class SequenceReader {
 
     void ReadFolder(const YAML::Node& node) {
         const auto folder = m_Texts.Path(node, "a folder");
-        try {
-            m_Sequence.folderText = folder ? FolderBlockText(PathOf(*folder)) : "";
-        } catch (const HostError& e) {
-            m_File.Refuse(node, e.what());
-        }
+        m_File.Explain(
+            node, [&] { m_Sequence.folderText = folder ? FolderBlockText(PathOf(*folder)) : ""; });
     }
 
     void ReadSteps(const YAML::Node& node, std::vector<STEP>& steps) {

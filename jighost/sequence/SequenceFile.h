@@ -11,6 +11,7 @@
 //       - operation: GetFilePrefix
 //         expect: RESULT_SUCCESS
 //         expect_fields: {FilePrefix: 0AB0}
+//         measure: ...          # format 2, Measure.h
 //     always:                   # format 2
 //       - operation: ExitFactoryMode
 #pragma once
@@ -22,6 +23,7 @@
 #include <vector>
 
 #include "jighost/operations/OperationTable.h"
+#include "jighost/sequence/Measure.h"
 #include "jighost/sequence/Parameter.h"
 #include "jighost/text/YamlFile.h"
 
@@ -32,6 +34,7 @@ struct STEP {
     std::vector<FIELD_VALUE> fields;  ///< of the record; the others are zero
     std::optional<std::int32_t> result;     ///< expected; none for any success
     std::vector<FIELD_VALUE> resultFields;  ///< expected of the record that comes back
+    std::vector<MEASURE> measures;          ///< of the same record
     std::uint32_t retries = 0;              ///< runs more if the outcome is not expected
     std::chrono::milliseconds pause{};      ///< ahead of each of them
     bool bContinue = false;                 ///< go on even then

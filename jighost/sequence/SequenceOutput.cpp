@@ -80,6 +80,10 @@ void SequenceOutput::ShowRow(const STEP_OUTCOME& outcome) const {
               << std::right << std::setw(TIME_WIDTH) << TimeText(outcome.run.time) << "  "
               << OutcomeText(outcome) << '\n';
     ShowFields(outcome);
+    for (const MEASUREMENT& each : outcome.measurements) {
+        const std::string text = PlainText(MeasurementText(each));
+        std::cout << OUTCOME_INDENT << (each.bWithin ? text : Coloured(text, COLOUR::RED)) << '\n';
+    }
     if (!outcome.problem.empty()) {
         std::cout << OUTCOME_INDENT << Coloured(PlainText(outcome.problem), COLOUR::RED) << '\n';
     }

@@ -21,6 +21,23 @@ static const char* OutcomeName(EXIT_CODE exitCode) {
     }
 }
 
+static Json MeasurementJson(const MEASUREMENT& measurement) {
+    const MEASURE& measure = *measurement.measure;
+    const auto json = [](const auto& optional) { return optional ? Json(*optional) : Json(); };
+    return {
+        {"name", measure.name},
+        {"field", measure.field},
+        {"unit", measure.unit},
+        {"value", measurement.number ? Json(*measurement.number) : Json(measurement.text)},
+        {"min", json(measure.limits.min)},
+        {"max", json(measure.limits.max)},
+        {"pattern", measure.pattern},
+        {"outcome", !measure.IsJudged()   ? "not judged"
+                    : measurement.bWithin ? "passed"
+                                          : "failed"},
+    };
+}
+
 static Json StepJson(const STEP_OUTCOME& outcome) {
     Json step = {
         {"number", outcome.number},
@@ -28,7 +45,11 @@ static Json StepJson(const STEP_OUTCOME& outcome) {
         {"outcome", OutcomeName(outcome.exitCode)},
         {"problem", outcome.problem},
         {"attempts", outcome.attempts},
+        {"measurements", Json::array()},
     };
+    for (const MEASUREMENT& each : outcome.measurements) {
+        step["measurements"].push_back(MeasurementJson(each));
+    }
     step.update(RunJson(outcome.run));
     return step;
 }

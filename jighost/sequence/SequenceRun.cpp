@@ -27,9 +27,21 @@ static std::string FieldProblem(const STEP& step, const RecordBytes& record) {
     return problem;
 }
 
+/// All that is wrong with the record that came back.
+static std::string RecordProblem(const STEP_OUTCOME& outcome) {
+    std::string problem = FieldProblem(*outcome.step, outcome.run.record);
+    for (const MEASUREMENT& each : outcome.measurements) {
+        if (!each.bWithin) {
+            problem += (problem.empty() ? "" : "; ") + MeasurementProblem(each);
+        }
+    }
+    return problem;
+}
+
 static void Judge(STEP_OUTCOME& outcome) {
     const STEP& step = *outcome.step;
     outcome.problem = outcome.run.folderProblem;
+    outcome.measurements.clear();
     if (!outcome.problem.empty()) {
         outcome.exitCode = EXIT_UNEXPECTED;
     } else if (step.result && *step.result != outcome.run.result) {
@@ -39,7 +51,8 @@ static void Judge(STEP_OUTCOME& outcome) {
         outcome.problem = ResultProblem(outcome.run, "success");
         outcome.exitCode = EXIT_OPERATION_FAILED;
     } else {
-        outcome.problem = FieldProblem(step, outcome.run.record);
+        outcome.measurements = Measured(step.measures, *step.info->record, outcome.run.record);
+        outcome.problem = RecordProblem(outcome);
         outcome.exitCode = outcome.problem.empty() ? EXIT_OK : EXIT_UNEXPECTED;
     }
 }
@@ -49,7 +62,8 @@ static void RunAttempts(Session& session, STEP_OUTCOME& outcome) {
     const STEP& step = *outcome.step;
     do {
         ++outcome.attempts;
-        outcome.run = session.Run(*step.info, BuildRecord(*step.info, step.fields));
+        outcome.run =
+            session.Run(*step.info, BuildRecord(*step.info, step.fields), outcome.attempts);
         Judge(outcome);
     } while (outcome.exitCode != EXIT_OK && outcome.attempts <= step.retries &&
              PassesWithoutInterrupt(step.pause));

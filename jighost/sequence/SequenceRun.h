@@ -13,6 +13,7 @@ struct STEP_OUTCOME {
     std::size_t number = 0;      ///< in the file, from 1; those of always: count on
     std::uint32_t attempts = 0;  ///< the run below is that of the last one
     OPERATION_RUN run;
+    std::vector<MEASUREMENT> measurements;  ///< none of a run with another result
     std::string problem;           ///< what was expected and what came; empty if all is as expected
     EXIT_CODE exitCode = EXIT_OK;  ///< or that of the problem's kind
 };

@@ -4,6 +4,7 @@
 #include <regex>
 
 #include "jighost/operations/ResultName.h"
+#include "jighost/sequence/MeasureReader.h"
 #include "jighost/sequence/SequenceFormat.h"
 #include "jighost/text/HostError.h"
 #include "jighost/text/NearestName.h"
@@ -38,27 +39,19 @@ class StepReader {
                 {"record", [this](const auto& node) { m_Step.fields = Fields(node); }},
                 {"expect", [this](const auto& node) { ReadResult(node); }},
                 {"expect_fields", [this](const auto& node) { ReadResultFields(node); }},
+                {"measure", [this](const auto& node) { ReadMeasure(node); }},
                 {"on_unexpected", [this](const auto& node) { ReadOnUnexpected(node); }},
             });
         const YAML::Node record = m_Node["record"];
-        Explain(m_Node, [&] { CheckRecordGiven(*m_Step.info, record && record.size() > 0); });
+        m_File.Explain(
+            m_Node, [&] { CheckRecordGiven(*m_Step.info, record && record.size() > 0); });
         return std::move(m_Step);
     }
 
   private:
-    /// Does what throws a HostError, and adds the line to it.
-    template <class Work>
-    void Explain(const YAML::Node& node, const Work& work) const {
-        try {
-            work();
-        } catch (const HostError& e) {
-            m_File.Refuse(node, e.what());
-        }
-    }
-
     void ReadOperation(const YAML::Node& node) {
         m_Step.name = m_File.Text(node, "the name of an operation");
-        Explain(node, [this] { m_Step.info = &KnownOperation(m_Step.name); });
+        m_File.Explain(node, [this] { m_Step.info = &KnownOperation(m_Step.name); });
     }
 
     void ReadName(const YAML::Node& node) {
@@ -75,7 +68,7 @@ class StepReader {
         for (const auto& entry : node) {
             const auto field = m_Texts.Text(entry.first, "the name of a field");
             const auto value = m_Texts.Text(entry.second, "the value of a field");
-            Explain(entry.first, [&] { AddField(fields, record, field, value); });
+            m_File.Explain(entry.first, [&] { AddField(fields, record, field, value); });
         }
         return fields;
     }
@@ -102,14 +95,23 @@ class StepReader {
         }
     }
 
-    /// Of an operation that fills none the record would come back as it was given.
     void ReadResultFields(const YAML::Node& node) {
+        RequireFilled(node);
+        m_Step.resultFields = Fields(node);
+    }
+
+    void ReadMeasure(const YAML::Node& node) {
+        RequireFilled(node);
+        m_Step.measures = ReadMeasures(m_Texts, *m_Step.info, node);
+    }
+
+    /// Of an operation that fills none the record would come back as it was given.
+    void RequireFilled(const YAML::Node& node) const {
         if (!FillsRecord(*m_Step.info)) {
             m_File.Refuse(
                 node, std::string("expected fields of an operation that fills its record, which ") +
                           m_Step.info->name + " does not");
         }
-        m_Step.resultFields = Fields(node);
     }
 
     /// Of "retry 3 after 500 ms, then continue" what stands behind "retry 3" may be missing.

@@ -39,6 +39,20 @@ static void CheckEvent(const std::string& text, const std::string& name) {
     Refuse(text, "there is no event '" + name + "'" + NearestNames(name, names));
 }
 
+/// Takes "@2" off; 0 if there is none.
+static std::uint32_t TakeAttempt(const std::string& text, std::string_view& target) {
+    const std::size_t at = target.find('@');
+    if (at == std::string_view::npos) {
+        return 0;
+    }
+    const auto attempt = ParseNumber<std::uint32_t>(target.substr(at + 1));
+    if (!attempt || *attempt == 0) {
+        Refuse(text, std::string("expected an attempt's number from 1 on: ") + FAULT_FORMS);
+    }
+    target = target.substr(0, at);
+    return *attempt;
+}
+
 Faults::FAULT Faults::Parse(const std::string& text) {
     const std::size_t equals = text.find('=');
     std::string_view target = std::string_view(text).substr(0, equals);
@@ -54,6 +68,7 @@ Faults::FAULT Faults::Parse(const std::string& text) {
     fault.value = *value;
     fault.bWord = target.ends_with(WORD_MARK);
     target.remove_suffix(fault.bWord ? WORD_MARK.size() : 0);
+    fault.attempt = TakeAttempt(text, target);
     const std::size_t colon = target.find(':');
     fault.name = target.substr(0, colon);
     if (colon == std::string_view::npos) {
@@ -83,15 +98,17 @@ static bool HasWord(const CALL& call) {
 }
 
 bool Faults::IsMetBy(const FAULT& fault, const CALL& call) const {
-    if (fault.bWord && !HasWord(call)) {
+    const bool bOtherAttempt = fault.attempt != 0 && fault.attempt != m_Attempt;
+    if (bOtherAttempt || (fault.bWord && !HasWord(call))) {
         return false;
     }
     return fault.number == 0 ? IsEvent(call) && fault.name == call.name
                              : fault.number == m_Calls && fault.name == m_Operation;
 }
 
-void Faults::BeginOperation(std::string_view name) {
+void Faults::BeginOperation(std::string_view name, std::uint32_t attempt) {
     m_Operation = name;
+    m_Attempt = attempt;
     m_Calls = 0;
 }
 

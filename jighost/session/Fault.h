@@ -11,7 +11,8 @@
 
 /// How a fault is written.
 constexpr char FAULT_FORMS[] =
-    "OPERATION:CALL=CODE, OPERATION:CALL:word=WORD, EVENT=CODE or EVENT:word=WORD";
+    "OPERATION:CALL=CODE, OPERATION:CALL:word=WORD, EVENT=CODE or EVENT:word=WORD; behind CALL "
+    "or EVENT @ATTEMPT for one attempt alone";
 
 class Faults {
   public:
@@ -20,8 +21,8 @@ class Faults {
 
     bool IsEmpty() const { return m_Faults.empty(); }
 
-    /// From now on the calls are those of this operation.
-    void BeginOperation(std::string_view name);
+    /// From now on the calls are those of this operation, in the n-th attempt of its step.
+    void BeginOperation(std::string_view name, std::uint32_t attempt);
     /// The answer to the next call; nothing leaves it to the body. The first fault that fits
     /// strikes.
     std::optional<Link::CALL> Answer(const Link::CALL& call);
@@ -32,10 +33,11 @@ class Faults {
   private:
     struct FAULT {
         std::string text;
-        std::string name;          // of the operation, or of the event
-        std::uint32_t number = 0;  // of the operation's call, from 1; 0 for an event
-        bool bWord = false;        // answers the word; else fails with the code
-        std::int32_t value = 0;    // code or word
+        std::string name;           // of the operation, or of the event
+        std::uint32_t number = 0;   // of the operation's call, from 1; 0 for an event
+        std::uint32_t attempt = 0;  // of the operation's step, from 1; 0 for any
+        bool bWord = false;         // answers the word; else fails with the code
+        std::int32_t value = 0;     // code or word
         bool bMet = false;
     };
 
@@ -44,5 +46,6 @@ class Faults {
 
     std::vector<FAULT> m_Faults;
     std::string m_Operation;
+    std::uint32_t m_Attempt = 0;
     std::uint32_t m_Calls = 0;  // of this operation
 };

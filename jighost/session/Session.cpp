@@ -105,12 +105,12 @@ static void RunProcedure(const REGISTERED_OPERATION& operation, OPERATION_RUN& r
     run.callCount = SimulatedBody::CallCount() - callsBefore;
 }
 
-OPERATION_RUN Session::Run(const OPERATION_INFO& info, RecordBytes record) {
+OPERATION_RUN Session::Run(const OPERATION_INFO& info, RecordBytes record, std::uint32_t attempt) {
     OPERATION_RUN run;
     run.info = &info;
     run.record = std::move(record);
     const REGISTERED_OPERATION& operation = m_Module.Find(info.name);
-    m_Faults.BeginOperation(info.name);
+    m_Faults.BeginOperation(info.name, attempt);
     if (m_pTrace != nullptr) {
         m_pTrace->BeginOperation(info, run.record);
     }

@@ -65,9 +65,9 @@ class Session {
     /// All watchers are called, in the order given, as long as the session lasts.
     void Watch(SimulatedBody::Observer watcher);
 
-    /// Runs an operation on a record from NewRecord, or with an empty one on a null pointer. Throws
-    /// as Require does.
-    OPERATION_RUN Run(const OPERATION_INFO& info, RecordBytes record);
+    /// Runs an operation on a record from NewRecord, or with an empty one on a null pointer; faults
+    /// know which attempt it is. Throws as Require does.
+    OPERATION_RUN Run(const OPERATION_INFO& info, RecordBytes record, std::uint32_t attempt = 1);
 
     /// Writes the body's saved values back to its file, the whole file or nothing; a body that has
     /// saved nothing leaves the file as it is. Tells people of faults that no call has met. Gives

@@ -28,7 +28,7 @@ class CsvLine {
 
   private:
     std::string PlainValue() {
-        const std::string value(m_Rest.substr(0, m_Rest.find(',')));
+        std::string value(m_Rest.substr(0, m_Rest.find(',')));
         m_Rest.remove_prefix(value.size());
         return value;
     }

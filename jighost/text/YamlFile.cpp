@@ -130,3 +130,11 @@ std::string YamlFile::Place(const YAML::Node& node) const {
 void YamlFile::Refuse(const YAML::Node& node, const std::string& text) const {
     throw HostError(EXIT_WRONG_USE, Place(node) + ": " + text);
 }
+
+void YamlFile::Explain(const YAML::Node& node, const std::function<void()>& work) const {
+    try {
+        work();
+    } catch (const HostError& e) {
+        Refuse(node, e.what());
+    }
+}

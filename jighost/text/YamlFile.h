@@ -40,6 +40,9 @@ class YamlFile {
     /// "FILE:LINE: text", for what is wrong in another way.
     [[noreturn]] void Refuse(const YAML::Node& node, const std::string& text) const;
 
+    /// Does what throws a HostError, and adds file and line to it.
+    void Explain(const YAML::Node& node, const std::function<void()>& work) const;
+
   private:
     std::string m_Path;
     YAML::Node m_Root;

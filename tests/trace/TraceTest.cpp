@@ -195,6 +195,7 @@ TEST_F(JighostTraceTest, FaultThatCannotBeIsRefused) {
     };
     expect("SetFilePrefix", "expected OPERATION:CALL=CODE, ");
     expect("SetFilePrefix:0=1", "expected a call's number from 1 on");
+    expect("SetFilePrefix:2@0=1", "expected an attempt's number from 1 on");
     expect("SetFilePrefix:2=many", "expected a number from -2147483648 to 2147483647");
     expect("SetFilePrefixes:2=1", "there is no operation 'SetFilePrefixes'; did you mean 'SetFile");
     expect("FA_WriteEprom:word=1", "there is no event 'FA_WriteEprom'; did you mean 'FA_WriteEe");

@@ -208,6 +208,18 @@ TEST_F(JighostTest, RetriesWaitAndMayBeGivenUp) {
     EXPECT_EQ(nlohmann::json::parse(run("retry 1", "1").output)["steps"][0]["attempts"], 2);
 }
 
+TEST_F(JighostTest, FaultOfOneAttemptLetsARetrySucceed) {
+    const std::string step = "steps:\n  - {operation: SaveOwnerName, on_unexpected: retry 3}\n";
+    const auto run = [&](const char* pszFault) {
+        const JIGHOST_RUN ended = RunSequence(step, {"--json", "--fault", pszFault});
+        return std::pair(
+            ended.exitCode, nlohmann::json::parse(ended.output)["steps"][0]["attempts"].get<int>());
+    };
+    EXPECT_EQ(run("SaveOwnerName:1@1=0x2001"), std::pair(0, 2)) << "and no further attempt";
+    EXPECT_EQ(run("SaveOwnerName:1@2=0x2001"), std::pair(5, 1)) << "met by no call";
+    EXPECT_EQ(run("SaveOwnerName:1=0x2001"), std::pair(4, 4));
+}
+
 const std::string LEAVING =
     "always:\n  - {operation: ExitFactoryMode, name: leaving}\n"
     "  - {operation: GetFactoryModeState, expect_fields: {State: -1}}\n";

@@ -223,6 +223,7 @@ steps:
       "outcome": "as expected",
       "problem": "",
       "attempts": 1,
+      "measurements": [],
       "operation": "GetDigitalParaAdjData",
       "result": 0,
       "result_name": "RESULT_SUCCESS",

@@ -18,7 +18,7 @@ TEST_F(JighostTest, MissingValueIsAskedForUntilItIsOne) {
         RunShell("\"$0\" sequence asks.yaml <" + terminal.path + " 2>" + terminal.path);
     EXPECT_EQ(run.exitCode, 5);
     EXPECT_THAT(run.output, HasSubstr("  1  body 7 "));
-    const std::string shown = terminal.ReadUntil("jighost: step 1");
+    const std::string shown = terminal.ReadUntil("Label?");
     EXPECT_THAT(shown, HasSubstr("Label? jighost: parameter: serial: expected at most 9, got"));
 }
 
