@@ -13,3 +13,13 @@ inline std::filesystem::path PathOf(const std::string& text) {
     return text;
 #endif
 }
+
+/// The text that people write for it.
+inline std::string TextOf(const std::filesystem::path& path) {
+#ifdef _WIN32
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+#else
+    return path.string();
+#endif
+}

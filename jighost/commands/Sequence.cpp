@@ -1,4 +1,5 @@
 // jighost sequence: the steps of a file, one after the other.
+#include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <set>
@@ -11,9 +12,11 @@
 #include "jighost/sequence/SequenceOfTrace.h"
 #include "jighost/sequence/SequenceOutput.h"
 #include "jighost/sequence/SequenceRecord.h"
+#include "jighost/sequence/StepAnswers.h"
 #include "jighost/session/Interrupt.h"
 #include "jighost/session/Question.h"
 #include "platform/Program.h"
+#include "platform/StandardFiles.h"
 
 struct SEQUENCE_OPTIONS {
     std::optional<std::string> path;
@@ -22,6 +25,7 @@ struct SEQUENCE_OPTIONS {
     std::string recordPath;
     std::string tracePath;  // of the recording that a sequence is to be made of; or empty
     GIVEN_VALUES given;
+    std::string answersPath;
     bool bCheck = false;
 };
 
@@ -43,6 +47,9 @@ void AddSequenceCommand(Command& program, HOST& host) {
         "--table", pOptions->given.tablePath,
         "Values of parameters, comma-separated with a line of names: one run for each row", "FILE");
     command.AddOption(
+        "--answers", pOptions->answersPath,
+        "Answers to steps that ask, comma-separated with the columns step and answer", "FILE");
+    command.AddOption(
         "--record", pOptions->recordPath, "Writes the run's record, as --json", "FILE");
     command.AddFlag(
         "--check", pOptions->bCheck, "Checks the file and the values, and runs nothing");
@@ -51,13 +58,13 @@ void AddSequenceCommand(Command& program, HOST& host) {
     AddJsonOption(command, host);
     command.SetFooter(
         "Examples:\n"
-        "  jighost sequence sequences/identity.yaml --body desk.yaml\n"
+        "  jighost sequence sequences/identity.yaml --set serial=12345 --body desk.yaml\n"
         "  jighost sequence sequences/inspection.yaml --from EnterFactoryMode --until 4\n"
-        "  jighost sequence sequences/identity.yaml --record run.json\n"
+        "  jighost sequence sequences/inspection.yaml --record run.json\n"
         "  jighost sequence --check sequences/inspection.yaml\n"
-        "  jighost sequence lot.yaml --table lot.csv --record 'run-${serial}.json'\n"
-        "  jighost sequence sequences/identity.yaml --trace identity.jsonl\n"
-        "  jighost sequence sequences/identity.yaml --fault FA_CopyVistaUniqueID=0x2001\n"
+        "  jighost sequence sequences/identity.yaml --table lot.csv --record 'run-${serial}.json'\n"
+        "  jighost sequence sequences/inspection.yaml --trace inspection.jsonl\n"
+        "  jighost sequence sequences/inspection.yaml --fault EnterFactoryMode:1=0x2001\n"
         "  jighost sequence --from-trace recording.jsonl >line.yaml\n"
         "The file is checked before the first step runs; docs/bench.md shows its form. Ctrl-C "
         "ends\n"
@@ -117,13 +124,18 @@ static void CheckOwnFile(
 static std::vector<PLANNED_RUN> PlanRuns(
     const HOST& host, const SEQUENCE_OPTIONS& options, const SequenceFile& file,
     const ValueAsker& ask) {
+    const StepAnswers answers(options.answersPath);
     std::vector<PLANNED_RUN> runs;
     std::set<std::string> paths;
     Mistakes mistakes;
     for (const RUN_VALUES& values : CollectValues(file.Parameters(), options.given, ask)) {
         const auto plan = [&] {
             runs.push_back(Plan(host, options, values));
-            FindRange(file.Read(values.values), options.from, options.until);
+            const SEQUENCE sequence = file.Read(values.values);
+            const STEP_RANGE range = FindRange(sequence, options.from, options.until);
+            if (!options.bCheck || !options.answersPath.empty()) {
+                answers.Check(sequence, range);
+            }
             CheckOwnFile(paths, runs.back().recordPath, "--record");
             CheckOwnFile(paths, runs.back().tracePath, "--trace");
         };
@@ -162,9 +174,34 @@ static SESSION_OPTIONS SessionOptions(
     }
     session.tracePath = planned.tracePath;
     session.inputs.push_back({"the sequence", *options.path});
+    session.inputs.push_back({"--answers", options.answersPath});
     session.inputs.push_back({"--table", options.given.tablePath});
     session.outputs.push_back({"--record", planned.recordPath});
     return session;
+}
+
+/// Ends the program in the midst of an operation: what it has of the run lasts, the body's file is
+/// as it was. Standard streams belong to the other thread.
+[[noreturn]] static void EndInOperation(
+    const HOST& host, const SEQUENCE_OPTIONS& options, SequenceRecord& record, SEQUENCE_RUN run,
+    const STEP_OUTCOME& outcome) {
+    run.exitCode = outcome.exitCode;
+    std::string talk = "jighost: step " + std::to_string(outcome.number) + ", " +
+                       PlainText(outcome.step->name + ": " + outcome.problem) +
+                       (run.sequence->always.empty() ? "" : "; no step of always: has run") +
+                       (options.given.tablePath.empty() ? "" : "; no further row is run") + '\n';
+    try {
+        record.Add(outcome, run.time);
+        record.Finish(run);
+    } catch (const HostError& e) {
+        run.exitCode = EXIT_HOST_ERROR;
+        talk += std::string("jighost: ") + e.what() + '\n';
+    }
+    WriteStandardFile(STANDARD_ERROR, talk);
+    if (host.bJson && WriteStandardFile(STANDARD_OUTPUT, record.Text()) != 0) {
+        run.exitCode = EXIT_HOST_ERROR;
+    }
+    std::_Exit(run.exitCode);
 }
 
 static void Report(const HOST& host, const SEQUENCE_RUN& run, const SequenceRecord& record) {
@@ -187,14 +224,20 @@ static EXIT_CODE RunOnce(
     record.Begin();
     const bool bLive = IsErrorOutputTerminal() && !host.session.IsTraceShown();
     const SequenceOutput output(sequence, range, bLive, !host.bJson);
-    const SEQUENCE_RUN run = RunSequence(
-        session, sequence, range,
+    const StepAnswers answers(options.answersPath);
+    const RUN_PARTNERS partners = {
         [&](const SEQUENCE_RUN& before, const STEP_OUTCOME& outcome, bool bDone) {
             if (bDone) {
                 record.Add(outcome, before.time);
             }
             output.OnStep(outcome, bDone);
-        });
+        },
+        [&](const SEQUENCE_RUN& before, const STEP_OUTCOME& outcome) {
+            EndInOperation(host, options, record, before, outcome);
+        },
+        [&](const STEP& step) { return answers.AnswerTo(step); },
+    };
+    const SEQUENCE_RUN run = RunSequence(session, sequence, range, partners);
     const bool bSessionWritten = session.Finish();
     const bool bRecordWritten = DoOrComplain([&] { record.Finish(run); });
     Report(host, run, record);
@@ -238,8 +281,8 @@ static EXIT_CODE RunOrWrite(const HOST& host, const SEQUENCE_OPTIONS& options) {
     if (options.path) {
         return options.bCheck ? CheckSequence(host, options) : RunFile(host, options);
     }
-    const std::string texts =
-        options.from + options.until + options.recordPath + options.given.tablePath;
+    const std::string texts = options.from + options.until + options.recordPath +
+                              options.given.tablePath + options.answersPath;
     if (!texts.empty() || !options.given.settings.empty() || options.bCheck || host.bJson) {
         throw HostError(EXIT_WRONG_USE, "--from-trace runs nothing: expected no other option");
     }

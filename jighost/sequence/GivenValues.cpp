@@ -6,7 +6,6 @@
 #include "jighost/sequence/Mistakes.h"
 #include "jighost/text/CsvFile.h"
 #include "jighost/text/HostError.h"
-#include "jighost/text/NearestName.h"
 
 namespace {
 
@@ -33,24 +32,8 @@ class ValueCollector {
     }
 
   private:
-    const PARAMETER& Find(const std::string& name) const {
-        const auto found = std::find_if(
-            m_Parameters.begin(), m_Parameters.end(),
-            [&](const PARAMETER& each) { return each.name == name; });
-        if (found == m_Parameters.end()) {
-            std::vector<std::string> names;
-            for (const PARAMETER& each : m_Parameters) {
-                names.push_back(each.name);
-            }
-            throw HostError(
-                EXIT_WRONG_USE,
-                "the sequence has no parameter '" + name + "'" + NearestNames(name, names));
-        }
-        return *found;
-    }
-
     void Add(VALUES& values, const std::string& name, const std::string& value) const {
-        CheckValue(Find(name), value);
+        CheckValue(FindParameter(m_Parameters, name), value);
         if (!values.emplace(name, value).second) {
             throw HostError(
                 EXIT_WRONG_USE, "expected a value of " + name + " once, got another one");
@@ -69,8 +52,9 @@ class ValueCollector {
     void AddTable(const VALUES& all) {
         const CSV_TABLE table = ReadCsvFile(m_Given.tablePath);
         Explain(m_Given.tablePath, [&] {
-            std::for_each(
-                table.names.begin(), table.names.end(), [this](const auto& name) { Find(name); });
+            std::for_each(table.names.begin(), table.names.end(), [this](const auto& name) {
+                FindParameter(m_Parameters, name);
+            });
         });
         m_Runs.clear();
         for (const CSV_ROW& row : table.rows) {

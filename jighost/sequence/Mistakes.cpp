@@ -1,6 +1,7 @@
 // One line behind the other, up to a number that nobody reads on from.
 #include "jighost/sequence/Mistakes.h"
 
+#include <algorithm>
 #include <sstream>
 
 #include "jighost/text/HostError.h"
@@ -24,14 +25,20 @@ void Mistakes::Gather(const std::function<void()>& work, const std::string& suff
 }
 
 void Mistakes::Add(const std::string& line) {
-    m_Lines += (m_Lines.empty() ? "" : "\n") + line;
+    if (std::find(m_Lines.begin(), m_Lines.end(), line) == m_Lines.end()) {
+        m_Lines.push_back(line);
+    }
     if (++m_Count == MOST_MISTAKES) {
         ThrowIfAny();
     }
 }
 
 void Mistakes::ThrowIfAny() const {
-    if (m_Count > 0) {
-        throw HostError(EXIT_WRONG_USE, HostError::LINES{m_Lines});
+    std::string text;
+    for (const std::string& line : m_Lines) {
+        text += (text.empty() ? "" : "\n") + line;
+    }
+    if (!text.empty()) {
+        throw HostError(EXIT_WRONG_USE, HostError::LINES{text});
     }
 }

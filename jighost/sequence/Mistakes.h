@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 class Mistakes {
   public:
@@ -10,12 +11,14 @@ class Mistakes {
     /// it. When there are very many, all are thrown.
     void Gather(const std::function<void()>& work, const std::string& suffix = "");
 
+    std::size_t Count() const { return m_Count; }
+
     /// Throws EXIT_WRONG_USE with a line for each.
     void ThrowIfAny() const;
 
   private:
     void Add(const std::string& line);
 
-    std::string m_Lines;
-    std::size_t m_Count = 0;
+    std::vector<std::string> m_Lines;  // each once ...
+    std::size_t m_Count = 0;           // ... and however often they came
 };

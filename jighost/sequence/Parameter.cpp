@@ -2,8 +2,10 @@
 #include "jighost/sequence/Parameter.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "jighost/text/HostError.h"
+#include "jighost/text/NearestName.h"
 #include "trace/Hex.h"
 
 static const std::size_t LONGEST_NAME = 60;
@@ -34,6 +36,22 @@ void CheckValue(const PARAMETER& parameter, const std::string& value) {
                                 LimitsText(parameter.limits) + (bCounted ? pszCounted : "") +
                                 ", got '" + value + "'");
     }
+}
+
+const PARAMETER& FindParameter(const std::vector<PARAMETER>& parameters, const std::string& name) {
+    const auto found = std::find_if(
+        parameters.begin(), parameters.end(),
+        [&](const PARAMETER& each) { return each.name == name; });
+    if (found == parameters.end()) {
+        std::vector<std::string> names;
+        std::transform(
+            parameters.begin(), parameters.end(), std::back_inserter(names),
+            [](const PARAMETER& each) { return each.name; });
+        throw HostError(
+            EXIT_WRONG_USE,
+            "the sequence has no parameter '" + name + "'" + NearestNames(name, names));
+    }
+    return *found;
 }
 
 bool IsParameterName(const std::string& text) {

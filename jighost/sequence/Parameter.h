@@ -28,6 +28,9 @@ struct PARAMETER {
 /// The value of each parameter; none where it is not known yet.
 using VALUES = std::map<std::string, std::optional<std::string>>;
 
+/// Throws EXIT_WRONG_USE, with the nearest names, for a name that is none.
+const PARAMETER& FindParameter(const std::vector<PARAMETER>& parameters, const std::string& name);
+
 /// Throws EXIT_WRONG_USE for a value that is not of the parameter's type or beyond its limits.
 void CheckValue(const PARAMETER& parameter, const std::string& value);
 

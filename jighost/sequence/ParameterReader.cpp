@@ -68,7 +68,7 @@ static PARAMETER ReadParameter(
 }
 
 std::vector<PARAMETER> ReadParameters(
-    const YamlFile& file, const YAML::Node& node, Mistakes& mistakes) {
+    const YamlFile& file, const YAML::Node& node, Mistakes& mistakes, const std::string& suffix) {
     file.RequireMap(node, "parameters by their names");
     if (node.size() > MOST_PARAMETERS) {
         file.Refuse(node, "expected at most " + std::to_string(MOST_PARAMETERS) + " parameters");
@@ -76,7 +76,7 @@ std::vector<PARAMETER> ReadParameters(
     std::vector<PARAMETER> parameters;
     std::set<std::string> names;
     for (const auto& entry : node) {
-        mistakes.Gather([&] {
+        const auto read = [&] {
             const PARAMETER parameter = ReadParameter(file, entry.first, entry.second);
             if (!names.insert(parameter.name).second) {
                 file.Refuse(
@@ -84,7 +84,8 @@ std::vector<PARAMETER> ReadParameters(
                     "expected each parameter once, got '" + parameter.name + "' again");
             }
             parameters.push_back(parameter);
-        });
+        };
+        mistakes.Gather(read, suffix);
     }
     return parameters;
 }

@@ -12,6 +12,10 @@
 //         expect: RESULT_SUCCESS
 //         expect_fields: {FilePrefix: 0AB0}
 //         measure: ...          # format 2, Measure.h
+//         wait: 500 ms          # format 2, ahead of the step
+//         time_limit: 2000 ms   # format 2, of each attempt
+//       - ask: ...              # format 2, Asking.h
+//       - include: ...          # format 2, as repeat: in SequenceReader.h
 //     always:                   # format 2
 //       - operation: ExitFactoryMode
 #pragma once
@@ -23,6 +27,7 @@
 #include <vector>
 
 #include "jighost/operations/OperationTable.h"
+#include "jighost/sequence/Asking.h"
 #include "jighost/sequence/Measure.h"
 #include "jighost/sequence/Parameter.h"
 #include "jighost/text/YamlFile.h"
@@ -30,11 +35,13 @@
 struct STEP {
     const OPERATION_INFO* info = nullptr;
     std::string name;
-    std::string namePlace;            ///< "FILE:LINE"; empty if nobody named it but its operation
-    std::vector<FIELD_VALUE> fields;  ///< of the record; the others are zero
+    std::vector<FIELD_VALUE> fields;        ///< of the record; the others are zero
     std::optional<std::int32_t> result;     ///< expected; none for any success
     std::vector<FIELD_VALUE> resultFields;  ///< expected of the record that comes back
     std::vector<MEASURE> measures;          ///< of the same record
+    std::optional<ASKING> asking;           ///< of a step that asks; its operation is ASK_OPERATION
+    std::chrono::milliseconds wait{};       ///< ahead of its first attempt
+    std::chrono::milliseconds timeLimit{};  ///< of each attempt; zero for none
     std::uint32_t retries = 0;              ///< runs more if the outcome is not expected
     std::chrono::milliseconds pause{};      ///< ahead of each of them
     bool bContinue = false;                 ///< go on even then

@@ -37,7 +37,7 @@ static std::size_t StepCount(const SEQUENCE& sequence) {
 void SequenceOutput::OnStep(const STEP_OUTCOME& outcome, bool bDone) const {
     if (m_bLive && bDone) {
         std::cerr << "\r\033[K" << std::flush;
-    } else if (m_bLive) {
+    } else if (m_bLive && !outcome.step->asking) {
         std::cerr << '[' << outcome.number << '/' << StepCount(m_Sequence) << "] "
                   << PlainText(outcome.step->name) << std::flush;
     }
@@ -53,7 +53,7 @@ static std::string TimeText(std::chrono::duration<double, std::milli> time) {
 }
 
 static std::string OutcomeText(const STEP_OUTCOME& outcome) {
-    std::string text = ResultText(outcome.run.result);
+    std::string text = outcome.step->asking ? "answered" : ResultText(outcome.run.result);
     if (outcome.attempts > 1) {
         text += ", attempt " + std::to_string(outcome.attempts);
     }

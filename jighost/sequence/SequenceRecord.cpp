@@ -50,7 +50,11 @@ static Json StepJson(const STEP_OUTCOME& outcome) {
     for (const MEASUREMENT& each : outcome.measurements) {
         step["measurements"].push_back(MeasurementJson(each));
     }
-    step.update(RunJson(outcome.run));
+    if (outcome.bReturned && !outcome.step->asking) {
+        step.update(RunJson(outcome.run));
+    } else {
+        step.update(Json({{"operation", outcome.step->info->name}, {"result", nullptr}}));
+    }
     return step;
 }
 

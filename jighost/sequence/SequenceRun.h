@@ -13,6 +13,7 @@ struct STEP_OUTCOME {
     std::size_t number = 0;      ///< in the file, from 1; those of always: count on
     std::uint32_t attempts = 0;  ///< the run below is that of the last one
     OPERATION_RUN run;
+    bool bReturned = true;                  ///< else its time was over, and there is no run
     std::vector<MEASUREMENT> measurements;  ///< none of a run with another result
     std::string problem;           ///< what was expected and what came; empty if all is as expected
     EXIT_CODE exitCode = EXIT_OK;  ///< or that of the problem's kind
@@ -30,6 +31,19 @@ struct SEQUENCE_RUN {
 using StepWatcher =
     std::function<void(const SEQUENCE_RUN& run, const STEP_OUTCOME& outcome, bool bDone)>;
 
+/// Told, in another thread, of a step that has not returned in its time, and of the steps before.
+/// The module can't be called any more: this ends the program.
+using TimeOver = std::function<void(const SEQUENCE_RUN& run, const STEP_OUTCOME& outcome)>;
+
+/// Gives the answer to a step that asks; nothing if there is none.
+using Asker = std::function<std::optional<MEASUREMENT>(const STEP& step)>;
+
+struct RUN_PARTNERS {
+    StepWatcher watcher;
+    TimeOver timeOver;
+    Asker ask;
+};
+
 /// Throws EXIT_NO_MODULE if the module lacks an operation of the sequence; to be asked ahead of the
 /// run.
 void RequireSteps(const Session& session, const SEQUENCE& sequence);
@@ -38,4 +52,4 @@ void RequireSteps(const Session& session, const SEQUENCE& sequence);
 /// which Ctrl-C came; behind that come all steps of always:, whatever these end in.
 SEQUENCE_RUN RunSequence(
     Session& session, const SEQUENCE& sequence, const STEP_RANGE& range,
-    const StepWatcher& watcher);
+    const RUN_PARTNERS& partners);

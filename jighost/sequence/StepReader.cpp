@@ -12,6 +12,7 @@
 
 static const std::uint32_t MAX_RETRIES = 1000;
 static const std::uint32_t MAX_PAUSE = 3'600'000;  // milliseconds
+static const char TIME[] = "a time from 1 ms to 3600000 ms";
 static const char ON_UNEXPECTED[] =
     "stop, continue or retry N after M ms, then stop or continue; N from 1 to 1000, M up to "
     "3600000";
@@ -40,6 +41,9 @@ class StepReader {
                 {"expect", [this](const auto& node) { ReadResult(node); }},
                 {"expect_fields", [this](const auto& node) { ReadResultFields(node); }},
                 {"measure", [this](const auto& node) { ReadMeasure(node); }},
+                {"wait", [this](const auto& node) { m_Step.wait = Time(node, "no wait:"); }},
+                {"time_limit",
+                 [this](const auto& node) { m_Step.timeLimit = Time(node, "no time_limit:"); }},
                 {"on_unexpected", [this](const auto& node) { ReadOnUnexpected(node); }},
             });
         const YAML::Node record = m_Node["record"];
@@ -57,7 +61,6 @@ class StepReader {
     void ReadName(const YAML::Node& node) {
         if (const auto name = m_Texts.Text(node, "a name")) {
             m_Step.name = *name;
-            m_Step.namePlace = m_File.Place(node);
         }
     }
 
@@ -112,6 +115,19 @@ class StepReader {
                 node, std::string("expected fields of an operation that fills its record, which ") +
                           m_Step.info->name + " does not");
         }
+    }
+
+    std::chrono::milliseconds Time(const YAML::Node& node, const std::string& instead) const {
+        static const std::regex FORM("(\\d{1,7}) ms");
+        RequireNewFormat(m_File, node, instead);
+        const auto text = m_Texts.Text(node, TIME);
+        std::smatch parts;
+        const bool bTime = text && std::regex_match(*text, parts, FORM);
+        const auto time = bTime ? ParseNumber<std::uint32_t>(parts[1].str()).value_or(0) : 0;
+        if (text && (time == 0 || time > MAX_PAUSE)) {
+            m_File.Refuse(node, std::string("expected ") + TIME + ", got '" + *text + "'");
+        }
+        return std::chrono::milliseconds(time);
     }
 
     /// Of "retry 3 after 500 ms, then continue" what stands behind "retry 3" may be missing.

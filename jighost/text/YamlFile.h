@@ -15,6 +15,7 @@ class YamlFile {
     YamlFile(const std::string& path, std::int64_t newestFormat);
 
     const YAML::Node& Root() const { return m_Root; }
+    const std::string& Path() const { return m_Path; }
     std::int64_t Format() const { return m_nFormat; }
 
     // All of these throw EXIT_WRONG_USE, "FILE:LINE: expected ..., got '...'".

@@ -89,7 +89,7 @@ def check_zip(folder, build, compiler, toolchain, emulator):
     # The desk finds all that it needs in its own folder.
     run(emulator, package / "desk/jighost.exe", "doctor", cwd=folder)
     run(emulator, package / "desk/jighost.exe", "sequence",
-        package / "desk/sequences/identity.yaml", cwd=folder)
+        package / "desk/sequences/identity.yaml", "--set", "serial=12345", cwd=folder)
 
 
 def main():

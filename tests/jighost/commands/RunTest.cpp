@@ -249,11 +249,21 @@ TEST_F(JighostTest, StepsOfAlwaysRunHoweverTheOthersEnded) {
 TEST_F(JighostTest, ShippedSequencesSucceedOnANewBody) {
     const std::filesystem::path folder = SEQUENCE_FOLDER;
     std::filesystem::create_directory("adjustment-data");
-    for (const char* pszName : {"identity.yaml", "adjustment-data.yaml", "inspection.yaml"}) {
-        const JIGHOST_RUN run =
-            RunJighost({"sequence", (folder / pszName).string(), "--body", "body.yaml"});
+    const std::pair<const char*, std::vector<std::string>> sequences[] = {
+        {"identity.yaml", {"--set", "serial=12346"}},
+        {"adjustment-data.yaml", {}},
+        {"inspection.yaml", {}},
+    };
+    for (const auto& [pszName, values] : sequences) {
+        std::vector<std::string> line = {
+            "sequence", (folder / pszName).string(), "--body", "body.yaml"};
+        line.insert(line.end(), values.begin(), values.end());
+        const JIGHOST_RUN run = RunJighost(line);
         EXPECT_EQ(run.exitCode, 0) << run.errors;
     }
+    EXPECT_THAT(
+        RunJighost({"run", "GetBodyID", "--body", "body.yaml"}).output,
+        HasSubstr("SerialNo         = 12346\n"));
     EXPECT_THAT(Owner(), StartsWith("OwnerName = \"\"\n"));
     EXPECT_TRUE(std::filesystem::exists("adjustment-data/1f000013.bin"));
 }

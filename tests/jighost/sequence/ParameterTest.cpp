@@ -10,20 +10,20 @@ using testing::StartsWith;
 
 namespace {
 
-const std::string PARAMETERS = R"(format: 2
+const std::string OWNER_PARAMETERS = R"(format: 2
 name: body ${serial}
 parameters:
   serial: {type: unsigned 32 bits, min: 1, max: 9999, question: "Serial number on the label?"}
   owner: {type: characters, min: 1, max: 10, default: Desk}
 )";
-const std::string STEPS = R"(steps:
+const std::string OWNER_STEPS = R"(steps:
   - {operation: SetOwnerName, name: "owner of ${serial}", record: {OwnerName: "${owner}"}}
   - {operation: GetOwnerName, expect_fields: {OwnerName: "${owner}"}}
 )";
 
 class ParameterTest : public JighostTest {
   protected:
-    ParameterTest() { WriteFile("body-of.yaml", PARAMETERS + STEPS); }
+    ParameterTest() { WriteFile("body-of.yaml", OWNER_PARAMETERS + OWNER_STEPS); }
 
     static void Refuses(const std::string& options, const std::string& complaint) {
         const JIGHOST_RUN run = RunLine("sequence body-of.yaml " + options);
@@ -95,8 +95,8 @@ TEST_F(ParameterTest, WrongAndMissingValuesAreToldAtOnceAheadOfTheFirstStep) {
     // What only a value makes wrong is told with its row.
     const std::string time = "  time: {type: characters}\nsteps:\n  - operation: ";
     WriteFile(
-        "body-of.yaml",
-        PARAMETERS + time + "SetSlitRollingMode\n    record: {AccumulateTime: \"${time}\"}\n");
+        "body-of.yaml", OWNER_PARAMETERS + time +
+                            "SetSlitRollingMode\n    record: {AccumulateTime: \"${time}\"}\n");
     WriteFile("bad.csv", "serial,time\n1,9\n2,b\n");
     Refuses("--table bad.csv", "body-of.yaml:9: SetSlitRollingMode: AccumulateTime: expected");
     Refuses("--table bad.csv", "got 'b' (bad.csv:3)");
@@ -124,10 +124,10 @@ steps:
           "11: expected } behind ${"}) {
         Refuses("", "body-of.yaml:" + std::string(pszLine));
     }
-    WriteFile("body-of.yaml", "format: 1\nparameters: {}\n" + STEPS);
+    WriteFile("body-of.yaml", "format: 1\nparameters: {}\n" + OWNER_STEPS);
     Refuses("", "body-of.yaml:2: expected no parameters: in a sequence of format 1");
     // Of format 1 the texts stay as they are.
-    const JIGHOST_RUN old = RunSequence(STEPS);
+    const JIGHOST_RUN old = RunSequence(OWNER_STEPS);
     EXPECT_EQ(old.exitCode, 0) << old.errors;
     EXPECT_THAT(old.output, HasSubstr("OwnerName = \"${owner}\""));
 }

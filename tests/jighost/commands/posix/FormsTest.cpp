@@ -284,6 +284,10 @@ TEST_F(JighostFormsTest, WrongSequencesAreToldWithTheirLines) {
          "N from 1 to 1000, M up to 3600000, got 'retry 1001'"},
         {"format: 1\nsteps:\n  - operation: SetTimeZone\n    record: {Value: []}\n",
          "4: expected the value of a field, got a list"},
+        {"format: 2\nsteps:\n  - operation: SaveBodyID\n    wait: 0 ms\n",
+         "4: expected a time from 1 ms to 3600000 ms, got '0 ms'"},
+        {"format: 2\nsteps:\n  - operation: SaveBodyID\n    time_limit: 3600001 ms\n",
+         "4: expected a time from 1 ms to 3600000 ms, got '3600001 ms'"},
         {"format: 1\nsteps:\n  - operation: SetTimeZone\n    record: 5\n",
          "4: expected the fields of a record, got '5'"},
     };

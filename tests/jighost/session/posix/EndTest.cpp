@@ -65,16 +65,44 @@ TEST_F(JighostTest, SignalEndsTheSequenceBehindTheStepWithAllWritten) {
 }
 
 TEST_F(JighostTest, SignalEndsAPauseAndLeavesFactoryMode) {
-    WriteFile(
-        "waits.yaml", "format: 2\nsteps:\n  - operation: EnterFactoryMode\n" + FAIL_AND_WAIT +
-                          "always:\n  - operation: ExitFactoryMode\n");
-    Process jighost(JighostFile(), {"sequence", "waits.yaml"});
-    EXPECT_THAT(jighost.ReadLine().value_or(""), HasSubstr("EnterFactoryMode"));
-    EXPECT_EQ(kill(jighost.Id(), SIGTERM), 0);
-    while (const auto line = jighost.ReadLine()) {
+    const std::string wait = "  - {operation: GetBodyID, wait: 3600000 ms}\n";
+    for (const std::string& pause : {FAIL_AND_WAIT, wait}) {
+        WriteFile("JigDll.log", "");
+        WriteFile(
+            "waits.yaml", "format: 2\nsteps:\n  - operation: EnterFactoryMode\n" + pause +
+                              "always:\n  - operation: ExitFactoryMode\n");
+        Process jighost(JighostFile(), {"sequence", "waits.yaml"});
+        EXPECT_THAT(jighost.ReadLine().value_or(""), HasSubstr("EnterFactoryMode"));
+        EXPECT_EQ(kill(jighost.Id(), SIGTERM), 0);
+        while (const auto line = jighost.ReadLine()) {
+        }
+        EXPECT_EQ(jighost.Wait(), 143);
+        EXPECT_THAT(ReadFile("JigDll.log"), HasSubstr("[FUNC] ExitFactoryMode - 0\n"));
     }
-    EXPECT_EQ(jighost.Wait(), 143);
-    EXPECT_THAT(ReadFile("JigDll.log"), HasSubstr("[FUNC] ExitFactoryMode - 0\n"));
+}
+
+TEST_F(JighostTest, OperationThatDoesNotReturnIsToldWithItsCallAndTheRecordIsClosed) {
+    // The trace of the second step is many times what the pipe takes, and nobody reads on.
+    const NamedPipe talk("talk");
+    const NamedPipe written("record");
+    WriteFile(
+        "stands.yaml",
+        "format: 2\nfolder: .\nsteps:\n  - {operation: GetBodyID, time_limit: 3600000 ms}\n"
+        "  - {operation: LoadPropertyData, time_limit: 1000 ms, on_unexpected: continue}\n"
+        "always:\n  - operation: GetOwnerName\n");
+    Process jighost(
+        "/bin/sh", {"-c", "exec \"$0\" \"$@\" 2>talk >rows", JighostFile(), "sequence",
+                    "stands.yaml", "--record", "record", "--trace"});
+    const auto record = nlohmann::json::parse(written.ReadUntil("\n}\n"));
+    EXPECT_EQ(record.value("outcome", ""), "operation failed");
+    ASSERT_EQ(record["steps"].size(), 2U);
+    EXPECT_EQ(record["steps"][0]["outcome"], "as expected");
+    EXPECT_TRUE(record["steps"][1]["result"].is_null()) << "nobody knows it";
+    EXPECT_THAT(
+        talk.ReadUntil("; no step of always: has run\n"),
+        HasSubstr("jighost: step 2, LoadPropertyData: LoadPropertyData has not returned within "
+                  "1000 ms, in "));
+    EXPECT_EQ(jighost.Wait(), 4);
 }
 
 TEST_F(JighostTest, InterruptEndsTheFollowingOfALogWithItsSummary) {
