@@ -11,8 +11,7 @@ static void CheckBytes(
     const std::filesystem::path& path, const PROPERTY_DATA_T& row, Findings& findings) {
     const SimulatedBody::Bytes bytes = SimulatedBody::SavedValue(row.PropertyId);
     std::istringstream expected(std::string(bytes.begin(), bytes.end()));
-    std::ifstream file = OpenDumpFile(path);
-    const COMPARISON comparison = Compare(file, expected);
+    const COMPARISON comparison = Compare(*OpenDumpFile(path), expected);
     if (comparison.differing > 0) {
         findings.push_back(
             {"bytes", DumpFileName(row), row.PropertyName, ComparisonText(comparison)});

@@ -25,9 +25,7 @@ static void CompareRow(
         dumps.differences.push_back({&row, bLeft ? left : right, {}});
     } else if (bLeft && (IsWhole(leftPath, row) || IsWhole(rightPath, row))) {
         ++dumps.compared;
-        std::ifstream leftFile = OpenDumpFile(leftPath);
-        std::ifstream rightFile = OpenDumpFile(rightPath);
-        const COMPARISON comparison = Compare(leftFile, rightFile);
+        const COMPARISON comparison = Compare(*OpenDumpFile(leftPath), *OpenDumpFile(rightPath));
         if (comparison.differing > 0) {
             dumps.differences.push_back({&row, "", comparison});
         }

@@ -5,6 +5,7 @@
 
 #include "jighost/text/HostError.h"
 #include "jighost/text/Numbers.h"
+#include "platform/FileStream.h"
 #include "trace/Hex.h"
 
 std::string DumpFileName(const PROPERTY_DATA_T& row) {
@@ -37,12 +38,12 @@ void CheckDumpFolder(const std::filesystem::path& folder) {
     }
 }
 
-std::ifstream OpenDumpFile(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
+std::unique_ptr<std::istream> OpenDumpFile(const std::filesystem::path& path) {
+    auto pFile = std::make_unique<FileStream>(path);
+    if (!*pFile) {
         throw HostError(EXIT_HOST_ERROR, "can't read " + path.string());
     }
-    return file;
+    return pFile;
 }
 
 /// Takes a byte along, up to what is shown of a difference.

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <istream>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,7 +20,7 @@ std::uint64_t DumpFileSize(const PROPERTY_DATA_T& row);
 void CheckDumpFolder(const std::filesystem::path& folder);
 
 /// Throws EXIT_HOST_ERROR for a file that can't be read.
-std::ifstream OpenDumpFile(const std::filesystem::path& path);
+std::unique_ptr<std::istream> OpenDumpFile(const std::filesystem::path& path);
 
 /// How two contents differ. What one has behind the end of the other counts as different.
 struct COMPARISON {

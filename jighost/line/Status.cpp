@@ -2,10 +2,11 @@
 #include "jighost/line/Status.h"
 
 #include <algorithm>
-#include <fstream>
 #include <nlohmann/json.hpp>
+#include <string>
 
 #include "jighost/text/HostError.h"
+#include "platform/FileStream.h"
 #include "recorder/Files.h"
 #include "recorder/RecordingName.h"
 
@@ -14,9 +15,10 @@ namespace fs = std::filesystem;
 static const char GAP[] = R"({"entry":"gap")";
 
 static std::string FirstLineOf(const fs::path& file) {
-    std::ifstream stream(file);
+    FileStream stream(file);
     std::string line;
     std::getline(stream, line);
+    line.resize(line.size() - (line.ends_with('\r') ? 1 : 0));
     return line;
 }
 
@@ -29,7 +31,7 @@ static std::string Begun(const fs::path& recording) {
 }
 
 static void CountGaps(const fs::path& recording, RECORDER_STATUS& status) {
-    std::ifstream stream(recording, std::ios::binary);
+    FileStream stream(recording);
     for (std::string line; std::getline(stream, line);) {
         if (line.starts_with(GAP)) {
             const auto gap = nlohmann::json::parse(line, nullptr, false);
