@@ -16,14 +16,14 @@ static const std::size_t MAX_INDENT = 20;
 /// Different failures that are counted one by one.
 static const std::size_t MAX_FAILURES = 1000;
 
-static std::string JsonLine(const Json& json) {
+static std::string LineOfJson(const Json& json) {
     return JsonText(json, ON_ONE_LINE) + '\n';
 }
 
 LogOutput::LogOutput(const LOG_SELECTION& selection, bool bJson)
     : m_Selection(selection), m_bJson(bJson) {
     if (m_bJson) {
-        m_Text = JsonLine({{"format", JSON_FORMAT}});
+        m_Text = LineOfJson({{"format", JSON_FORMAT}});
     }
 }
 
@@ -176,7 +176,7 @@ void LogOutput::WriteJsonLine(const LOGGED_OPERATION& operation) {
     json.update(ResultJson(operation.result));
     json["error"] = operation.error;
     json["interleaved"] = operation.bInterleaved;
-    m_Text += JsonLine(json);
+    m_Text += LineOfJson(json);
 }
 
 void LogOutput::WriteSummaryAsJson() {
@@ -189,7 +189,7 @@ void LogOutput::WriteSummaryAsJson() {
         json["count"] = count;
         failures.push_back(json);
     }
-    m_Text += JsonLine(
+    m_Text += LineOfJson(
         {{"summary",
           {{"operations", m_Count},
            {"failed", m_FailedCount},

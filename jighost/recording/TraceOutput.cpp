@@ -11,9 +11,9 @@
 #include "jighost/text/HostError.h"
 #include "jighost/text/PlainText.h"
 
-static const std::size_t WRITE_SIZE = 65536;
+static const std::size_t WRITTEN_AT_ONCE = 65536;
 /// Different failures that are counted one by one.
-static const std::size_t MAX_FAILURES = 1000;
+static const std::size_t MAX_FAILURE_KINDS = 1000;
 
 static const std::string SUCCESS_TEXT = ResultText(RESULT_SUCCESS);
 
@@ -48,7 +48,7 @@ void TraceOutput::Add(const TraceReader& reader, const TRACED_OPERATION& operati
     } else {
         WriteRow(operation, moment);
     }
-    if (m_Text.size() >= WRITE_SIZE) {
+    if (m_Text.size() >= WRITTEN_AT_ONCE) {
         Flush();
     }
 }
@@ -64,7 +64,7 @@ void TraceOutput::CountIn(const TRACED_OPERATION& operation) {
         return;
     }
     const std::pair failure(operation.name, *operation.result);
-    if (m_Failures.size() < MAX_FAILURES || m_Failures.contains(failure)) {
+    if (m_Failures.size() < MAX_FAILURE_KINDS || m_Failures.contains(failure)) {
         ++m_Failures[failure];
     } else {
         ++m_OtherFailures;
