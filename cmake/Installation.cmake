@@ -52,4 +52,6 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION electronics)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# SOCI loads these when a history is opened.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libsoci-sqlite3-4.0, libsoci-postgresql4.0")
 include(CPack)

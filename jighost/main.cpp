@@ -6,6 +6,7 @@
 #include "jighost/output/Complaint.h"
 #include "jighost/output/Output.h"
 #include "jighost/session/Interrupt.h"
+#include "platform/Program.h"
 
 static const char EXIT_CODES[] =
     "Exit codes: 0 all as expected, 1 the host itself failed, 2 wrong use, 3 the module or\n"
@@ -29,6 +30,9 @@ static void AddEverything(Command program, HOST& host) {
     AddDiffCommand(program, host);
     AddDoctorCommand(program, host);
     AddRecorderCommand(program, host);
+    if constexpr (!IS_WINDOWS) {  // which lacks the library of databases
+        AddHistoryCommand(program, host);
+    }
     AddCompletionCommand(program, host);
     AddManualCommand(program, host);
 }

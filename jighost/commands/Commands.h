@@ -26,5 +26,6 @@ void AddVerifyCommand(Command& program, HOST& host);
 void AddDiffCommand(Command& program, HOST& host);
 void AddDoctorCommand(Command& program, HOST& host);
 void AddRecorderCommand(Command& program, HOST& host);
+void AddHistoryCommand(Command& program, HOST& host);
 void AddCompletionCommand(Command& program, HOST& host);
 void AddManualCommand(Command& program, HOST& host);

@@ -34,12 +34,18 @@ static Json ParseLines(const std::string& path, std::string_view text) {
 }
 
 RUN_RECORD ReadRunRecord(const std::string& path) {
-    std::string text;
+    return ParseRunRecord(path, ReadRecordText(path));
+}
+
+std::string ReadRecordText(const std::string& path) {
     try {
-        text = ReadTextFile(PathOf(path), RECORD_SIZE_LIMIT);
+        return ReadTextFile(PathOf(path), RECORD_SIZE_LIMIT);
     } catch (const std::runtime_error& e) {
         throw HostError(EXIT_WRONG_USE, e.what());
     }
+}
+
+RUN_RECORD ParseRunRecord(const std::string& path, const std::string& text) {
     const Json json = Json::accept(text) ? ParseObject(path, text) : ParseLines(path, text);
     std::int64_t format = 0;
     const RecordReading reading(json, path + ": ");

@@ -1,0 +1,103 @@
+// Which value of a record goes into which column.
+#include "jighost/history/RecordRows.h"
+
+#include <charconv>
+#include <chrono>
+
+#include "jighost/text/Numbers.h"
+
+template <class Value>
+static COLUMN Column(const char* pszName) {
+    return {pszName, std::vector<Value>()};
+}
+
+static constexpr auto Number = &Column<std::int64_t>;
+static constexpr auto MaybeNumber = &Column<std::optional<std::int64_t>>;
+static constexpr auto Quantity = &Column<std::optional<double>>;
+static constexpr auto Text = &Column<std::string>;
+
+std::string QUANTITY::Key() const {
+    const auto text = [](const std::optional<double>& number) {
+        return number ? NumberText(*number) : "";
+    };
+    const char szZero[] = {'\0'};  // which no text has
+    const std::string zero(szZero, 1);
+    return sequence + zero + std::to_string(step) + zero + name + zero + unit + zero + text(min) +
+           zero + text(max);
+}
+
+RecordRows::RecordRows()
+    : m_Runs(
+          "run", {Number("id"), Text("number"), Number("started_at"), Text("started"),
+                  MaybeNumber("day"), Quantity("time_ms"), Text("station"), Text("operator"),
+                  MaybeNumber("serial"), Text("sequence"), Text("sequence_sha256"), Text("outcome"),
+                  Text("problem"), Text("path"), Text("sha256")}),
+      m_Steps(
+          "step",
+          {Number("run"), Number("place"), Number("number"), Text("name"), Text("operation"),
+           Text("outcome"), Text("problem"), Quantity("time_ms"), Number("attempts")}),
+      m_Measurements(
+          "measurement", {Number("run"), Number("step"), Number("place"), Number("quantity"),
+                          Quantity("value"), Text("text"), Number("judged"), Number("within")}) {}
+
+/// Days since 1970 by the calendar of the station, whose date the text begins with; by UTC if it
+/// does not.
+static std::optional<std::int64_t> DayOf(const RUN_RECORD& record) {
+    using namespace std::chrono;
+    if (record.startedAt == 0) {
+        return std::nullopt;
+    }
+    const std::string& text = record.started;
+    const auto part = [&text](std::size_t begin, std::size_t length) {
+        unsigned number = 0;
+        const char* const pBegin = text.data() + std::min(begin, text.size());
+        std::from_chars(pBegin, pBegin + std::min(length, text.size() - begin), number);
+        return number;
+    };
+    if (text.size() >= 10) {
+        const year_month_day date(
+            year(static_cast<int>(part(0, 4))), month(part(5, 2)), day(part(8, 2)));
+        if (date.ok() && date.year() >= year(1970)) {
+            return sys_days(date).time_since_epoch().count();
+        }
+    }
+    return floor<days>(milliseconds(record.startedAt)).count();
+}
+
+static std::string SequenceHash(const RUN_RECORD& record) {
+    return record.sequenceFiles.empty() ? "" : record.sequenceFiles[0].sha256;
+}
+
+static std::int64_t AsNumber(std::uint64_t number) {
+    return static_cast<std::int64_t>(number);
+}
+
+void RecordRows::Add(std::int64_t nRun, const FILED_RECORD& filed, const QuantityID& quantityID) {
+    const RUN_RECORD& record = filed.record;
+    m_Runs.Add(
+        nRun, record.number, record.startedAt, record.started, DayOf(record),
+        std::optional(record.timeMs), record.station, record.operatorName,
+        std::optional<std::int64_t>(record.serial), record.sequence, SequenceHash(record),
+        VerdictName(record.verdict), record.problem, filed.path, filed.sha256);
+    std::int64_t nStep = 0;
+    for (const RECORDED_STEP& step : record.steps) {
+        m_Steps.Add(
+            nRun, ++nStep, AsNumber(step.number), step.name, step.operation,
+            VerdictName(step.verdict), step.problem, std::optional(step.timeMs),
+            AsNumber(step.attempts.size()));
+        std::int64_t nPlace = 0;
+        for (const RECORDED_MEASUREMENT& each : step.measurements) {
+            const std::int64_t nQuantity = quantityID(
+                {record.sequence, step.number, each.name, each.unit, each.min, each.max});
+            m_Measurements.Add(
+                nRun, nStep, ++nPlace, nQuantity, each.number, each.text,
+                std::int64_t{each.bJudged}, std::int64_t{each.bWithin});
+        }
+    }
+}
+
+void RecordRows::InsertInto(Database& database) {
+    m_Runs.InsertInto(database);
+    m_Steps.InsertInto(database);
+    m_Measurements.InsertInto(database);
+}
