@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "platform/Utf8Path.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportJighost.h"
 
@@ -73,15 +74,19 @@ TEST_F(IncludeTest, MistakesAreToldThroughIncludesWithAllTheirPlaces) {
         "format: 2\nparameters: {p: {type: byte}}\nsteps:\n"
         "  - operation: GetBodyIDs\n  - include: self.yaml\n");
     WriteFile("parts/self.yaml", "format: 2\nsteps:\n  - include: ../parts/self.yaml\n");
-    const std::string wrong = "  - include: parts/wrong.yaml\n";
-    Refuses(wrong, "parts/wrong.yaml:2: expected the type of a parameter");
+    // Paths as the system writes them.
+    const auto path = [](const char* pszPath) {
+        return TextOf(std::filesystem::path(pszPath).make_preferred());
+    };
+    const std::string wrong = path("parts/wrong.yaml");
+    const std::string self = path("parts/self.yaml");
+    const std::string step = "  - include: parts/wrong.yaml\n";
+    Refuses(step, wrong + ":2: expected the type of a parameter");
+    Refuses(step, wrong + ":4: there is no operation 'GetBodyIDs'; did you mean 'GetBodyID'");
+    Refuses(step, "shows all) (included by main.yaml:5)");
     Refuses(
-        wrong, "parts/wrong.yaml:4: there is no operation 'GetBodyIDs'; did you mean 'GetBodyID'");
-    Refuses(wrong, "shows all) (included by main.yaml:5)");
-    Refuses(
-        wrong,
-        "parts/self.yaml:3: parts/self.yaml includes itself (included by "
-        "parts/wrong.yaml:5) (included by main.yaml:5)");
+        step, self + ":3: " + self + " includes itself (included by " + wrong +
+                  ":5) (included by main.yaml:5)");
     const std::pair<std::string, std::string> mistakes[] = {
         {"  - include: none.yaml\n", "main.yaml:5: can't read none.yaml"},
         {"  - include: parts/owner.yaml\n", "main.yaml:5: expected a value of the parameter owner"},
