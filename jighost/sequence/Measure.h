@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "jighost/operations/Record.h"
-#include "jighost/sequence/Limits.h"
+#include "jighost/text/Limits.h"
 
 struct MEASURE {
     std::string field;

@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "jighost/operations/Record.h"
-#include "jighost/sequence/Limits.h"
+#include "jighost/text/Limits.h"
 
 struct PARAMETER {
     std::string name;

@@ -1,5 +1,5 @@
 // Limits in words.
-#include "jighost/sequence/Limits.h"
+#include "jighost/text/Limits.h"
 
 #include "jighost/text/Numbers.h"
 
