@@ -21,6 +21,7 @@ static void AddEverything(Command program, HOST& host) {
     AddRunCommand(program, host);
     AddDumpCommand(program, host);
     AddSequenceCommand(program, host);
+    AddReportCommand(program, host);
     AddTraceCommand(program, host);
     AddReplayCommand(program, host);
     AddBodyCommand(program, host);

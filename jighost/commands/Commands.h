@@ -16,6 +16,7 @@ void AddListCommand(Command& program, HOST& host);
 void AddRunCommand(Command& program, HOST& host);
 void AddDumpCommand(Command& program, HOST& host);
 void AddSequenceCommand(Command& program, HOST& host);
+void AddReportCommand(Command& program, HOST& host);
 void AddTraceCommand(Command& program, HOST& host);
 void AddTraceDiffCommand(Command& trace, HOST& host);
 void AddReplayCommand(Command& program, HOST& host);
