@@ -290,9 +290,14 @@ static std::optional<std::string_view> Quoted(std::string_view token) {
     return bText ? std::optional(token.substr(1, token.size() - 2)) : std::nullopt;
 }
 
+/// Whether a character stands for itself, whatever is around it.
+static bool IsPlain(char character) {
+    return character >= ' ' && character <= '~' && character != '\\';
+}
+
 std::string EntryReader::TextAt(FIELD_ID field) const {
     const auto quoted = Quoted(Required(field));
-    if (quoted && quoted->find('\\') == std::string_view::npos) {
+    if (quoted && std::all_of(quoted->begin(), quoted->end(), IsPlain)) {
         return std::string(*quoted);
     }
     std::string_view text;

@@ -98,6 +98,9 @@ TEST_F(JighostTraceTest, WrongLineIsNamedWithItsNumber) {
     expect("\"format\":2", "\"format\":3", "1: expected a jighost trace of format 1 to 2");
     expect("\"GetOwnerName\"", "\"GetOwner\"", "2: name: expected an operation, got \"GetOwner\"");
     expect("\"entry\":\"log\"", "\"entry\":[]", "3: entry: expected a text, got []");
+    // Nothing could write it again as it was.
+    expect(
+        "\"GetOwnerName\"", "\"GetOwner\xff\"", R"(2: name: expected a text, got "GetOwner\xff")");
     expect("\n{\"entry\":\"log\"", "\n[{\"entry\":\"log\"", "3: expected a JSON object");
     expect("\"call\":1,\"function\"", "\"call\":2,\"function\"", "5: call: expected 1, got 2");
     expect(
