@@ -1,4 +1,4 @@
-// Files that are there as a whole or not at all.
+// Files that are there as a whole or not at all, and those that grow and lose nothing.
 //
 // All functions throw std::system_error, "can't write FILE: ...", for a file that can't be written.
 #pragma once
@@ -22,6 +22,10 @@ void ReplaceFile(const std::filesystem::path& path, std::string_view bytes, OUTL
 /// Makes a file that is not there yet, which outlasts power failures; gives false if anything, be
 /// it a link that leads nowhere, has its name. Of several processes that make it at once, one does.
 bool MakeFile(const std::filesystem::path& path, std::string_view bytes);
+
+/// Adds to the end of a file that is there; when it is done, that outlasts power failures. If it
+/// fails, or this process is killed meanwhile, the first part of the bytes may be there.
+void AppendToFile(const std::filesystem::path& path, std::string_view bytes);
 
 /// Throws what ReplaceFile would, as far as that can be known without replacing anything.
 void CheckReplaceable(const std::filesystem::path& path);

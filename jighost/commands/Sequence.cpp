@@ -9,6 +9,8 @@
 #include "jighost/sequence/FilledText.h"
 #include "jighost/sequence/GivenValues.h"
 #include "jighost/sequence/Mistakes.h"
+#include "jighost/sequence/RecordHead.h"
+#include "jighost/sequence/RecordedBody.h"
 #include "jighost/sequence/SequenceOfTrace.h"
 #include "jighost/sequence/SequenceOutput.h"
 #include "jighost/sequence/SequenceRecord.h"
@@ -22,7 +24,8 @@ struct SEQUENCE_OPTIONS {
     std::optional<std::string> path;
     std::string from;   // number or name of a step; empty for the first one
     std::string until;  // the same; empty for the last one
-    std::string recordPath;
+    RECORD_PLACE record;
+    RUN_PLACE place;
     std::string tracePath;  // of the recording that a sequence is to be made of; or empty
     GIVEN_VALUES given;
     std::string answersPath;
@@ -50,7 +53,14 @@ void AddSequenceCommand(Command& program, HOST& host) {
         "--answers", pOptions->answersPath,
         "Answers to steps that ask, comma-separated with the columns step and answer", "FILE");
     command.AddOption(
-        "--record", pOptions->recordPath, "Writes the run's record, as --json", "FILE");
+        "--record", pOptions->record.path, "Writes the run's record, as --json", "FILE");
+    command.AddOption(
+        "--records", pOptions->record.folder,
+        "Writes it into a new file, named by date, serial number and outcome", "FOLDER");
+    command.AddOption(
+        "--station", pOptions->place.station, "For the record; else the machine's name", "NAME");
+    command.AddOption(
+        "--operator", pOptions->place.operatorName, "For the record; else the user's name", "NAME");
     command.AddFlag(
         "--check", pOptions->bCheck, "Checks the file and the values, and runs nothing");
     AddSessionOptions(command, host);
@@ -61,6 +71,7 @@ void AddSequenceCommand(Command& program, HOST& host) {
         "  jighost sequence sequences/identity.yaml --set serial=12345 --body desk.yaml\n"
         "  jighost sequence sequences/inspection.yaml --from EnterFactoryMode --until 4\n"
         "  jighost sequence sequences/inspection.yaml --record run.json\n"
+        "  jighost sequence sequences/inspection.yaml --records records --station 'line 4'\n"
         "  jighost sequence --check sequences/inspection.yaml\n"
         "  jighost sequence sequences/identity.yaml --table lot.csv --record 'run-${serial}.json'\n"
         "  jighost sequence sequences/inspection.yaml --trace inspection.jsonl\n"
@@ -68,7 +79,8 @@ void AddSequenceCommand(Command& program, HOST& host) {
         "  jighost sequence --from-trace recording.jsonl >line.yaml\n"
         "The file is checked before the first step runs; docs/bench.md shows its form. Ctrl-C "
         "ends\n"
-        "the sequence behind the step that runs. The record is whole behind each step.\n"
+        "the sequence behind the step that runs. A record reads the body's ID, and has each step\n"
+        "as soon as it has ended.\n"
         "What --from-trace writes goes to standard output. A failure of the trace is expected of\n"
         "its step; what else the steps came to is not. Exit code 5 tells that something is not "
         "in\n"
@@ -81,7 +93,7 @@ void AddSequenceCommand(Command& program, HOST& host) {
 /// One run of the sequence, with its files.
 struct PLANNED_RUN {
     RUN_VALUES values;
-    std::string recordPath;
+    RECORD_PLACE record;
     std::string tracePath;
 };
 
@@ -106,7 +118,11 @@ static PLANNED_RUN Plan(
     const auto path = [&](const std::string& text) {
         return PathWithValues(text, values.values).value_or("");
     };
-    return {values, path(options.recordPath), path(host.session.tracePath)};
+    return {
+        values,
+        {path(options.record.path), options.record.folder},
+        path(host.session.tracePath),
+    };
 }
 
 /// Throws EXIT_WRONG_USE if a run would replace the file of another one.
@@ -136,7 +152,7 @@ static std::vector<PLANNED_RUN> PlanRuns(
             if (!options.bCheck || !options.answersPath.empty()) {
                 answers.Check(sequence, range);
             }
-            CheckOwnFile(paths, runs.back().recordPath, "--record");
+            CheckOwnFile(paths, runs.back().record.path, "--record");
             CheckOwnFile(paths, runs.back().tracePath, "--trace");
         };
         mistakes.Gather(plan, values.place.empty() ? "" : " (" + values.place + ')');
@@ -173,44 +189,77 @@ static SESSION_OPTIONS SessionOptions(
         session.folderText = sequence.folderText;
     }
     session.tracePath = planned.tracePath;
-    session.inputs.push_back({"the sequence", *options.path});
+    for (const RECORDED_FILE& file : sequence.files) {
+        session.inputs.push_back({"the sequence", file.path});
+    }
     session.inputs.push_back({"--answers", options.answersPath});
     session.inputs.push_back({"--table", options.given.tablePath});
-    session.outputs.push_back({"--record", planned.recordPath});
+    session.outputs.push_back({"--record", planned.record.path});
     return session;
+}
+
+/// Whether anybody is to read it.
+static bool IsRecordWanted(const HOST& host, const SEQUENCE_OPTIONS& options) {
+    return host.bJson || !options.record.path.empty() || !options.record.folder.empty();
 }
 
 /// Ends the program in the midst of an operation: what it has of the run lasts, the body's file is
 /// as it was. Standard streams belong to the other thread.
 [[noreturn]] static void EndInOperation(
-    const HOST& host, const SEQUENCE_OPTIONS& options, SequenceRecord& record, SEQUENCE_RUN run,
-    const STEP_OUTCOME& outcome) {
-    run.exitCode = outcome.exitCode;
+    const HOST& host, const SEQUENCE_OPTIONS& options, const SEQUENCE& sequence,
+    SequenceRecord& record, const STEP_OUTCOME& outcome) {
+    EXIT_CODE exitCode = outcome.exitCode;
     std::string talk = "jighost: step " + std::to_string(outcome.number) + ", " +
                        PlainText(outcome.step->name + ": " + outcome.problem) +
-                       (run.sequence->always.empty() ? "" : "; no step of always: has run") +
+                       (sequence.always.empty() ? "" : "; no step of always: has run") +
                        (options.given.tablePath.empty() ? "" : "; no further row is run") + '\n';
     try {
-        record.Add(outcome, run.time);
-        record.Finish(run);
+        record.Add(outcome);
+        ForgetBody(record.Record());
+        record.Finish(exitCode);
     } catch (const HostError& e) {
-        run.exitCode = EXIT_HOST_ERROR;
+        exitCode = EXIT_HOST_ERROR;
         talk += std::string("jighost: ") + e.what() + '\n';
     }
     WriteStandardFile(STANDARD_ERROR, talk);
-    if (host.bJson && WriteStandardFile(STANDARD_OUTPUT, record.Text()) != 0) {
-        run.exitCode = EXIT_HOST_ERROR;
+    if (host.bJson && WriteStandardFile(STANDARD_OUTPUT, RunRecordText(record.Record())) != 0) {
+        exitCode = EXIT_HOST_ERROR;
     }
-    std::_Exit(run.exitCode);
+    std::_Exit(exitCode);
 }
 
-static void Report(const HOST& host, const SEQUENCE_RUN& run, const SequenceRecord& record) {
+static void Report(const HOST& host, const SEQUENCE& sequence, const RUN_RECORD& record) {
     if (host.bJson) {
-        std::cout << record.Text();
+        std::cout << RunRecordText(record);
     } else {
-        ShowSummary(run);
+        ShowSummary(sequence, record);
     }
-    TellProblems(run);
+    TellProblems(record);
+}
+
+/// Runs the steps, and tells of each as soon as it has ended.
+static EXIT_CODE RunSteps(
+    const HOST& host, const SEQUENCE_OPTIONS& options, Session& session, const SEQUENCE& sequence,
+    const STEP_RANGE& range, SequenceRecord& record) {
+    const bool bLive = IsErrorOutputTerminal() && !host.session.IsTraceShown();
+    const SequenceOutput output(sequence, range, bLive, !host.bJson);
+    const StepAnswers answers(options.answersPath);
+    const RUN_PARTNERS partners = {
+        .watcher =
+            [&](const STEP_OUTCOME& outcome, bool bDone) {
+                if (bDone) {
+                    record.Add(outcome);
+                }
+                output.OnStep(outcome, bDone);
+            },
+        .timeOver =
+            [&](const STEP_OUTCOME& outcome) {
+                EndInOperation(host, options, sequence, record, outcome);
+            },
+        .ask = [&](const STEP& step) { return answers.AnswerTo(step); },
+        .bRecorded = IsRecordWanted(host, options),
+    };
+    return RunSequence(session, sequence, range, partners);
 }
 
 // What lasts comes first: who reads the report may go away.
@@ -218,30 +267,24 @@ static EXIT_CODE RunOnce(
     const HOST& host, const SEQUENCE_OPTIONS& options, const SEQUENCE& sequence,
     const PLANNED_RUN& planned) {
     const STEP_RANGE range = FindRange(sequence, options.from, options.until);
-    Session session(SessionOptions(host, options, sequence, range, planned));
+    const SESSION_OPTIONS ofSession = SessionOptions(host, options, sequence, range, planned);
+    Session session(ofSession);
     RequireSteps(session, sequence);
-    SequenceRecord record(planned.recordPath, sequence);
-    record.Begin();
-    const bool bLive = IsErrorOutputTerminal() && !host.session.IsTraceShown();
-    const SequenceOutput output(sequence, range, bLive, !host.bJson);
-    const StepAnswers answers(options.answersPath);
-    const RUN_PARTNERS partners = {
-        [&](const SEQUENCE_RUN& before, const STEP_OUTCOME& outcome, bool bDone) {
-            if (bDone) {
-                record.Add(outcome, before.time);
-            }
-            output.OnStep(outcome, bDone);
-        },
-        [&](const SEQUENCE_RUN& before, const STEP_OUTCOME& outcome) {
-            EndInOperation(host, options, record, before, outcome);
-        },
-        [&](const STEP& step) { return answers.AnswerTo(step); },
-    };
-    const SEQUENCE_RUN run = RunSequence(session, sequence, range, partners);
+    SequenceRecord record(planned.record);
+    RUN_RECORD head = RecordHead(sequence, range);
+    if (IsRecordWanted(host, options)) {
+        CompleteHead(head, session, ofSession, options.place);
+    }
+    record.Begin(std::move(head));
+    EXIT_CODE exitCode = RunSteps(host, options, session, sequence, range, record);
+    if (IsRecordWanted(host, options)) {
+        ReadBodyAgain(session, record.Record());
+    }
     const bool bSessionWritten = session.Finish();
-    const bool bRecordWritten = DoOrComplain([&] { record.Finish(run); });
-    Report(host, run, record);
-    return session.Conclude(run.exitCode, bSessionWritten && bRecordWritten);
+    exitCode = session.Conclude(exitCode, true);
+    const bool bRecordWritten = DoOrComplain([&] { record.Finish(exitCode); });
+    Report(host, sequence, record.Record());
+    return session.Conclude(exitCode, bSessionWritten && bRecordWritten);
 }
 
 static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options) {
@@ -278,11 +321,16 @@ static EXIT_CODE RunOrWrite(const HOST& host, const SEQUENCE_OPTIONS& options) {
     if (options.tracePath.empty() != options.path.has_value()) {
         throw HostError(EXIT_WRONG_USE, "expected a sequence's file, or --from-trace and no file");
     }
+    if (!options.record.path.empty() && !options.record.folder.empty()) {
+        throw HostError(EXIT_WRONG_USE, "expected --record or --records, and not both");
+    }
     if (options.path) {
         return options.bCheck ? CheckSequence(host, options) : RunFile(host, options);
     }
-    const std::string texts = options.from + options.until + options.recordPath +
-                              options.given.tablePath + options.answersPath;
+    const std::string texts = options.from + options.until + options.record.path +
+                              options.record.folder + options.place.station +
+                              options.place.operatorName + options.given.tablePath +
+                              options.answersPath;
     if (!texts.empty() || !options.given.settings.empty() || options.bCheck || host.bJson) {
         throw HostError(EXIT_WRONG_USE, "--from-trace runs nothing: expected no other option");
     }

@@ -9,6 +9,10 @@ std::string Version() {
     return TUNEBENCH_VERSION;
 }
 
+std::string VersionWithCommit() {
+    return Version() + " (" + COMMIT + ')';
+}
+
 std::string VersionText() {
     return "jighost " + Version() + "\ncommit " + COMMIT + "\nbuild " + TUNEBENCH_BUILD + ", " +
            std::to_string(CHAR_BIT * sizeof(void*)) + " bits";

@@ -6,5 +6,8 @@
 /// Such as "1.1.0".
 std::string Version();
 
+/// Such as "1.1.0 (394d8f9)", the commit in brackets.
+std::string VersionWithCommit();
+
 /// Version, commit and build, a line for each.
 std::string VersionText();

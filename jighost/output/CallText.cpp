@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "frame/Result.h"
 #include "jighost/text/Numbers.h"
 #include "jighost/text/PlainText.h"
 #include "trace/Hex.h"
@@ -81,6 +82,10 @@ static std::string FailureText(const FAILURE& failure) {
             return "integer " + std::to_string(failure.code);
     }
     return "";
+}
+
+bool IsFailedCall(const CALL& call) {
+    return call.failure || (call.result && IsFailure(*call.result));
 }
 
 std::string AnswerText(const CALL& call) {

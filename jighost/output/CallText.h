@@ -14,5 +14,8 @@ std::string RequestText(const Link::CALL& call);
 /// "done" if the call has nothing to give.
 std::string AnswerText(const Link::CALL& call);
 
+/// Whether it threw, or the event in the camera answered with a failure.
+bool IsFailedCall(const Link::CALL& call);
+
 /// Bytes as "b5 0d 00", of many only the first ones and their number.
 std::string ShortBytes(std::span<const std::uint8_t> bytes);

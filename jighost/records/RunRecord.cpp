@@ -80,6 +80,10 @@ Json RunRecordJson(const RUN_RECORD& record) {
     return std::move(writer.json);
 }
 
+std::string RunRecordText(const RUN_RECORD& record) {
+    return JsonText(RunRecordJson(record)) + '\n';
+}
+
 Json RecordedStepJson(const RECORDED_STEP& step) {
     RecordWriter writer;
     Describe(writer, step);

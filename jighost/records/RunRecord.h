@@ -129,4 +129,6 @@ std::string VerdictName(VERDICT verdict);
 std::optional<VERDICT> VerdictOfName(std::string_view name);
 
 Json RunRecordJson(const RUN_RECORD& record);
+/// The document, with the end of its last line.
+std::string RunRecordText(const RUN_RECORD& record);
 Json RecordedStepJson(const RECORDED_STEP& step);

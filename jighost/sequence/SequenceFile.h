@@ -27,6 +27,7 @@
 #include <vector>
 
 #include "jighost/operations/OperationTable.h"
+#include "jighost/records/RunRecord.h"
 #include "jighost/sequence/Asking.h"
 #include "jighost/sequence/Measure.h"
 #include "jighost/sequence/Parameter.h"
@@ -51,8 +52,9 @@ struct SEQUENCE {
     std::string name;
     std::string folderText;  ///< for the folder block; empty if no step needs it
     std::vector<STEP> steps;
-    std::vector<STEP> always;  ///< run behind the others, however these ended
-    VALUES values;             ///< of its parameters, for this run
+    std::vector<STEP> always;          ///< run behind the others, however these ended
+    VALUES values;                     ///< of its parameters, for this run
+    std::vector<RECORDED_FILE> files;  ///< it, and those that it includes
 };
 
 class SequenceFile {

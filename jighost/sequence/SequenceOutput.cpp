@@ -46,16 +46,16 @@ void SequenceOutput::OnStep(const STEP_OUTCOME& outcome, bool bDone) const {
     }
 }
 
-static std::string TimeText(std::chrono::duration<double, std::milli> time) {
+static std::string TimeText(double milliseconds) {
     std::ostringstream text;
-    text << std::fixed << std::setprecision(1) << time.count() << " ms";
+    text << std::fixed << std::setprecision(1) << milliseconds << " ms";
     return text.str();
 }
 
 static std::string OutcomeText(const STEP_OUTCOME& outcome) {
     std::string text = outcome.step->asking ? "answered" : ResultText(outcome.run.result);
-    if (outcome.attempts > 1) {
-        text += ", attempt " + std::to_string(outcome.attempts);
+    if (outcome.attempts.size() > 1) {
+        text += ", attempt " + std::to_string(outcome.attempts.size());
     }
     return outcome.problem.empty() ? Coloured(text, COLOUR::GREEN)
                                    : Coloured(text + ", not as expected", COLOUR::RED);
@@ -77,7 +77,7 @@ static void ShowFields(const STEP_OUTCOME& outcome) {
 void SequenceOutput::ShowRow(const STEP_OUTCOME& outcome) const {
     std::cout << std::right << std::setw(3) << outcome.number << "  " << std::left
               << std::setw(static_cast<int>(m_NameWidth)) << PlainText(outcome.step->name) << "  "
-              << std::right << std::setw(TIME_WIDTH) << TimeText(outcome.run.time) << "  "
+              << std::right << std::setw(TIME_WIDTH) << TimeText(outcome.run.time.count()) << "  "
               << OutcomeText(outcome) << '\n';
     ShowFields(outcome);
     for (const MEASUREMENT& each : outcome.measurements) {
@@ -97,28 +97,31 @@ void ShowValues(const std::string& place, const SEQUENCE& sequence) {
     std::cout << PlainText(place + values) << '\n';
 }
 
-void ShowSummary(const SEQUENCE_RUN& run) {
+void ShowSummary(const SEQUENCE& sequence, const RUN_RECORD& record) {
     const auto problems = std::count_if(
-        run.outcomes.begin(), run.outcomes.end(),
-        [](const STEP_OUTCOME& outcome) { return !outcome.problem.empty(); });
-    std::cout << PlainText(run.sequence->name) << (run.sequence->name.empty() ? "" : ": ")
-              << run.outcomes.size() << " of " << StepCount(*run.sequence) << " steps run, "
-              << problems << " not as expected, " << TimeText(run.time) << '\n';
+        record.steps.begin(), record.steps.end(),
+        [](const RECORDED_STEP& step) { return !step.problem.empty(); });
+    std::cout << PlainText(sequence.name) << (sequence.name.empty() ? "" : ": ")
+              << record.steps.size() << " of " << StepCount(sequence) << " steps run, " << problems
+              << " not as expected, " << TimeText(record.timeMs) << '\n';
 }
 
-void TellProblems(const SEQUENCE_RUN& run) {
-    for (const STEP_OUTCOME& outcome : run.outcomes) {
-        if (!outcome.problem.empty()) {
+void TellProblems(const RUN_RECORD& record) {
+    for (const RECORDED_STEP& step : record.steps) {
+        if (!step.problem.empty()) {
             Complain(
-                "step " + std::to_string(outcome.number) + ", " + outcome.step->name + ": " +
-                outcome.problem);
+                "step " + std::to_string(step.number) + ", " + step.name + ": " + step.problem);
         }
     }
-    if (run.exitCode == EXIT_INTERRUPTED) {
-        const std::size_t always = run.sequence->always.size();
-        const std::size_t last = run.outcomes.size() == always
-                                     ? 0
-                                     : run.outcomes[run.outcomes.size() - always - 1].number;
-        Complain("interrupted behind step " + std::to_string(last));
+    if (record.verdict == VERDICT::ABORTED) {
+        Complain(InterruptText(record));
     }
+}
+
+std::string InterruptText(const RUN_RECORD& record) {
+    std::uint64_t last = 0;
+    for (const RECORDED_STEP& step : record.steps) {
+        last = step.number <= record.range.of ? step.number : last;
+    }
+    return "interrupted behind step " + std::to_string(last);
 }

@@ -30,7 +30,10 @@ class SequenceOutput {
 void ShowValues(const std::string& place, const SEQUENCE& sequence);
 
 /// How many steps ran, and how many of them were not as expected.
-void ShowSummary(const SEQUENCE_RUN& run);
+void ShowSummary(const SEQUENCE& sequence, const RUN_RECORD& record);
 
 /// On standard error: each step that was not as expected, and where a signal ended the run.
-void TellProblems(const SEQUENCE_RUN& run);
+void TellProblems(const RUN_RECORD& record);
+
+/// Of a run that a signal ended, such as "interrupted behind step 3".
+std::string InterruptText(const RUN_RECORD& record);

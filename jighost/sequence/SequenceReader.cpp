@@ -16,6 +16,7 @@
 #include "jighost/text/NearestName.h"
 #include "jighost/text/Numbers.h"
 #include "platform/Utf8Path.h"
+#include "recorder/Sha256.h"
 
 static const std::size_t MOST_STEPS = 10'000;  // of a sequence
 static const std::size_t MOST_ROUNDS = 1000;
@@ -321,6 +322,10 @@ static void CheckFolder(const YamlFile& file, const READING& reading) {
     }
 }
 
+static RECORDED_FILE RecordedFile(const YamlFile& file) {
+    return {file.Path(), "", Recorder::Sha256(file.Content())};
+}
+
 SEQUENCE ReadWithValues(const YamlFile& file, const VALUES& values, Mistakes& mistakes) {
     READING reading(mistakes);
     SEQUENCE& sequence = reading.sequence;
@@ -330,6 +335,12 @@ SEQUENCE ReadWithValues(const YamlFile& file, const VALUES& values, Mistakes& mi
     sequence.always.insert(
         sequence.always.begin(), reading.includedAlways.begin(), reading.includedAlways.end());
     sequence.values = values;
+    sequence.files = {RecordedFile(file)};
+    for (const auto& [path, pIncluded] : reading.files) {
+        if (pIncluded != nullptr) {
+            sequence.files.push_back(RecordedFile(*pIncluded));
+        }
+    }
     mistakes.Gather([&] { CheckFolder(file, reading); });
     return std::move(sequence);
 }

@@ -1,11 +1,11 @@
-// A step's attempts, its outcome, and the run's document.
+// A step's attempts and its outcome.
 #include "jighost/sequence/SequenceRun.h"
 
 #include <memory>
 
 #include "frame/Result.h"
 #include "jighost/operations/ResultName.h"
-#include "jighost/sequence/CurrentCall.h"
+#include "jighost/sequence/AttemptCalls.h"
 #include "jighost/sequence/TimeLimit.h"
 #include "jighost/session/Interrupt.h"
 #include "jighost/session/Patience.h"
@@ -61,15 +61,28 @@ static void Judge(STEP_OUTCOME& outcome) {
     }
 }
 
+/// All but the link calls, which others watch.
+static void TakeRun(RECORDED_ATTEMPT& attempt, const OPERATION_RUN& run) {
+    attempt.result = run.result;
+    attempt.resultName = ResultName(run.result);
+    attempt.error = RunError(run);
+    attempt.timeMs = run.time.count();
+    attempt.after = RecordJson(*run.info->record, run.record);
+    attempt.log = run.log;
+    attempt.interleaved = run.interleaved;
+}
+
 namespace {
 
 /// The steps of one run, as they come to their ends.
 class StepRunner {
   public:
-    StepRunner(Session& session, const RUN_PARTNERS& partners, SEQUENCE_RUN& run)
-        : m_Session(session), m_Partners(partners), m_Run(run) {
-        m_Session.Watch([pCall = m_pCall](const Link::CALL& call, bool bComplete) {
-            pCall->OnCall(call, bComplete);
+    StepRunner(Session& session, const RUN_PARTNERS& partners)
+        : m_Session(session),
+          m_Partners(partners),
+          m_pCalls(std::make_shared<AttemptCalls>(partners.bRecorded)) {
+        m_Session.Watch([pCalls = m_pCalls](const Link::CALL& call, bool bComplete) {
+            pCalls->OnCall(call, bComplete);
         });
     }
 
@@ -78,22 +91,28 @@ class StepRunner {
         STEP_OUTCOME outcome;
         outcome.step = &step;
         outcome.number = number;
-        m_Partners.watcher(m_Run, outcome, false);
+        m_Partners.watcher(outcome, false);
+        outcome.startMs = Now();
         if (step.asking) {
             TakeAnswer(outcome);
         } else {
             RunAttempts(outcome);
         }
-        m_Run.time = std::chrono::steady_clock::now() - m_Start;
-        m_Partners.watcher(m_Run, outcome, true);
-        m_Run.exitCode = m_Run.exitCode == EXIT_OK ? outcome.exitCode : m_Run.exitCode;
-        m_Run.outcomes.push_back(std::move(outcome));
-        return m_Run.outcomes.back().exitCode == EXIT_OK || step.bContinue;
+        outcome.timeMs = Now() - outcome.startMs;
+        m_Partners.watcher(outcome, true);
+        m_ExitCode = m_ExitCode == EXIT_OK ? outcome.exitCode : m_ExitCode;
+        return outcome.exitCode == EXIT_OK || step.bContinue;
     }
 
+    /// Of the first problem so far.
+    EXIT_CODE ExitCode() const { return m_ExitCode; }
+
   private:
+    using Milliseconds = std::chrono::duration<double, std::milli>;
+
+    double Now() const { return Milliseconds(std::chrono::steady_clock::now() - m_Start).count(); }
+
     void TakeAnswer(STEP_OUTCOME& outcome) const {
-        outcome.attempts = 1;
         if (const auto answer = m_Partners.ask(*outcome.step)) {
             outcome.measurements = {*answer};
             outcome.problem = answer->bWithin ? "" : MeasurementProblem(*answer);
@@ -107,55 +126,73 @@ class StepRunner {
     void RunAttempts(STEP_OUTCOME& outcome) {
         const STEP& step = *outcome.step;
         do {
-            ++outcome.attempts;
-            RunInTime(outcome);
+            RecordBytes record = BuildRecord(*step.info, step.fields);
+            BeginAttempt(outcome, record);
+            outcome.run = RunInTime(outcome, std::move(record));
+            EndAttempt(outcome);
             Judge(outcome);
-        } while (outcome.exitCode != EXIT_OK && outcome.attempts <= step.retries &&
+        } while (outcome.exitCode != EXIT_OK && outcome.attempts.size() <= step.retries &&
                  PassesWithoutInterrupt(step.pause));
-        // A long sequence is not to keep the spare bytes of all its records.
-        outcome.run.record.resize(step.info->record->size);
-        outcome.run.record.shrink_to_fit();
     }
 
-    void RunInTime(STEP_OUTCOME& outcome) {
+    void BeginAttempt(STEP_OUTCOME& outcome, const RecordBytes& record) {
+        RECORDED_ATTEMPT& attempt = outcome.attempts.emplace_back();
+        if (m_Partners.bRecorded) {
+            attempt.before = RecordJson(*outcome.step->info->record, record);
+        }
+        attempt.startMs = Now();
+        m_pCalls->Begin();
+    }
+
+    void EndAttempt(STEP_OUTCOME& outcome) const {
+        if (m_Partners.bRecorded) {
+            TakeRun(outcome.attempts.back(), outcome.run);
+            outcome.attempts.back().calls = m_pCalls->Calls();
+        }
+    }
+
+    /// The outcome stays as it is while its time runs.
+    OPERATION_RUN RunInTime(const STEP_OUTCOME& outcome, RecordBytes record) {
         const STEP& step = *outcome.step;
-        const STEP_OUTCOME begun = outcome;
-        const TimeLimit limit(step.timeLimit, [this, &begun] { EndByTime(begun); });
-        outcome.run =
-            m_Session.Run(*step.info, BuildRecord(*step.info, step.fields), outcome.attempts);
+        const auto attempt = static_cast<std::uint32_t>(outcome.attempts.size());
+        const TimeLimit limit(step.timeLimit, [&] { EndByTime(outcome); });
+        return m_Session.Run(*step.info, std::move(record), attempt);
     }
 
     /// Meanwhile the thread of the run stands in the module, and changes nothing that is used here.
     void EndByTime(STEP_OUTCOME outcome) const {
         const STEP& step = *outcome.step;
-        const std::string call = m_pCall->Text();
+        const std::string call = m_pCalls->CurrentText();
         outcome.bReturned = false;
         outcome.exitCode = EXIT_OPERATION_FAILED;
         outcome.problem = std::string(step.info->name) + " has not returned within " +
                           std::to_string(step.timeLimit.count()) + " ms, " +
                           (call.empty() ? "in no link call" : "in the link call " + call);
-        m_Partners.timeOver(m_Run, outcome);
+        outcome.attempts.back().calls = m_pCalls->Calls();
+        outcome.timeMs = Now() - outcome.startMs;
+        outcome.attempts.back().timeMs = Now() - outcome.attempts.back().startMs;
+        m_Partners.timeOver(outcome);
     }
 
     Session& m_Session;
     const RUN_PARTNERS& m_Partners;
-    SEQUENCE_RUN& m_Run;
     // The session watches longer than this lasts.
-    std::shared_ptr<CurrentCall> m_pCall = std::make_shared<CurrentCall>();
+    std::shared_ptr<AttemptCalls> m_pCalls;
+    EXIT_CODE m_ExitCode = EXIT_OK;
     std::chrono::steady_clock::time_point m_Start = std::chrono::steady_clock::now();
 };
 
 }  // namespace
 
-static void RunSteps(StepRunner& runner, const STEP_RANGE& range, const SEQUENCE_RUN& run) {
-    const std::vector<STEP>& steps = run.sequence->steps;
+static void RunSteps(StepRunner& runner, const SEQUENCE& sequence, const STEP_RANGE& range) {
+    const std::vector<STEP>& steps = sequence.steps;
     for (std::size_t i = range.first; i <= range.last && !IsInterrupted(); ++i) {
         if (!PassesWithoutInterrupt(steps[i].wait) || !runner.RunStep(steps[i], i + 1)) {
             break;
         }
     }
     std::size_t number = steps.size();
-    for (const STEP& step : run.sequence->always) {
+    for (const STEP& step : sequence.always) {
         PassesWithoutInterrupt(step.wait);
         runner.RunStep(step, ++number);
     }
@@ -171,15 +208,10 @@ void RequireSteps(const Session& session, const SEQUENCE& sequence) {
     }
 }
 
-SEQUENCE_RUN RunSequence(
+EXIT_CODE RunSequence(
     Session& session, const SEQUENCE& sequence, const STEP_RANGE& range,
     const RUN_PARTNERS& partners) {
-    SEQUENCE_RUN run;
-    run.sequence = &sequence;
-    StepRunner runner(session, partners, run);
-    RunSteps(runner, range, run);
-    if (IsInterrupted()) {
-        run.exitCode = EXIT_INTERRUPTED;
-    }
-    return run;
+    StepRunner runner(session, partners);
+    RunSteps(runner, sequence, range);
+    return IsInterrupted() ? EXIT_INTERRUPTED : runner.ExitCode();
 }

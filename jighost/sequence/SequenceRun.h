@@ -10,30 +10,24 @@
 /// What a step came to.
 struct STEP_OUTCOME {
     const STEP* step = nullptr;
-    std::size_t number = 0;      ///< in the file, from 1; those of always: count on
-    std::uint32_t attempts = 0;  ///< the run below is that of the last one
-    OPERATION_RUN run;
-    bool bReturned = true;                  ///< else its time was over, and there is no run
-    std::vector<MEASUREMENT> measurements;  ///< none of a run with another result
+    std::size_t number = 0;                  ///< in the file, from 1; those of always: count on
+    std::vector<RECORDED_ATTEMPT> attempts;  ///< all that ran; none of a step that asks
+    OPERATION_RUN run;                       ///< of the last attempt
+    bool bReturned = true;                   ///< else its time was over, and there is no run
+    std::vector<MEASUREMENT> measurements;   ///< none of a run with another result
     std::string problem;           ///< what was expected and what came; empty if all is as expected
     EXIT_CODE exitCode = EXIT_OK;  ///< or that of the problem's kind
-};
-
-struct SEQUENCE_RUN {
-    const SEQUENCE* sequence = nullptr;
-    std::vector<STEP_OUTCOME> outcomes;  ///< of the steps that ran
-    std::chrono::duration<double, std::milli> time{};
-    EXIT_CODE exitCode = EXIT_OK;  ///< of the first problem, but EXIT_INTERRUPTED for a signal
+    double startMs = 0;            ///< from the begin of the run
+    double timeMs = 0;
 };
 
 /// Told of each step before it runs, with an outcome that has only step and number, and again
-/// when it is done. The run is that of the steps before, with the time so far.
-using StepWatcher =
-    std::function<void(const SEQUENCE_RUN& run, const STEP_OUTCOME& outcome, bool bDone)>;
+/// when it is done.
+using StepWatcher = std::function<void(const STEP_OUTCOME& outcome, bool bDone)>;
 
-/// Told, in another thread, of a step that has not returned in its time, and of the steps before.
-/// The module can't be called any more: this ends the program.
-using TimeOver = std::function<void(const SEQUENCE_RUN& run, const STEP_OUTCOME& outcome)>;
+/// Told, in another thread, of a step that has not returned in its time. The module can't be called
+/// any more: this ends the program.
+using TimeOver = std::function<void(const STEP_OUTCOME& outcome)>;
 
 /// Gives the answer to a step that asks; nothing if there is none.
 using Asker = std::function<std::optional<MEASUREMENT>(const STEP& step)>;
@@ -42,6 +36,7 @@ struct RUN_PARTNERS {
     StepWatcher watcher;
     TimeOver timeOver;
     Asker ask;
+    bool bRecorded = false;  ///< the attempts are to have records, calls and log lines
 };
 
 /// Throws EXIT_NO_MODULE if the module lacks an operation of the sequence; to be asked ahead of the
@@ -49,7 +44,8 @@ struct RUN_PARTNERS {
 void RequireSteps(const Session& session, const SEQUENCE& sequence);
 
 /// Ends behind the last step, the first one that must not go wrong and did, or the step during
-/// which Ctrl-C came; behind that come all steps of always:, whatever these end in.
-SEQUENCE_RUN RunSequence(
+/// which Ctrl-C came; behind that come all steps of always:, whatever these end in. Gives the exit
+/// code of the first problem, but EXIT_INTERRUPTED for a signal.
+EXIT_CODE RunSequence(
     Session& session, const SEQUENCE& sequence, const STEP_RANGE& range,
     const RUN_PARTNERS& partners);

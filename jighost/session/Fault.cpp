@@ -99,7 +99,7 @@ static bool HasWord(const CALL& call) {
 
 bool Faults::IsMetBy(const FAULT& fault, const CALL& call) const {
     const bool bOtherAttempt = fault.attempt != 0 && fault.attempt != m_Attempt;
-    if (bOtherAttempt || (fault.bWord && !HasWord(call))) {
+    if (m_Attempt == 0 || bOtherAttempt || (fault.bWord && !HasWord(call))) {
         return false;
     }
     return fault.number == 0 ? IsEvent(call) && fault.name == call.name

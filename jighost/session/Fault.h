@@ -21,7 +21,8 @@ class Faults {
 
     bool IsEmpty() const { return m_Faults.empty(); }
 
-    /// From now on the calls are those of this operation, in the n-th attempt of its step.
+    /// From now on the calls are those of this operation, in the n-th attempt of its step. Those of
+    /// attempt 0 are not for faults to meet.
     void BeginOperation(std::string_view name, std::uint32_t attempt);
     /// The answer to the next call; nothing leaves it to the body. The first fault that fits
     /// strikes.

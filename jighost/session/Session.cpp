@@ -135,8 +135,7 @@ void Session::TakeLog(OPERATION_RUN& run) {
 }
 
 void Session::OnCall(const Link::CALL& call, bool complete) {
-    const bool bFailed = call.failure || (call.result && IsFailure(*call.result));
-    if (complete && bFailed && m_FailedCall.empty()) {
+    if (complete && IsFailedCall(call) && m_FailedCall.empty()) {
         m_FailedCall = RequestText(call) + " -> " + AnswerText(call);
     }
     if (m_pTrace == nullptr) {

@@ -66,7 +66,7 @@ class Session {
     void Watch(SimulatedBody::Observer watcher);
 
     /// Runs an operation on a record from NewRecord, or with an empty one on a null pointer; faults
-    /// know which attempt it is. Throws as Require does.
+    /// know which attempt it is, and meet none of number 0. Throws as Require does.
     OPERATION_RUN Run(const OPERATION_INFO& info, RecordBytes record, std::uint32_t attempt = 1);
 
     /// Writes the body's saved values back to its file, the whole file or nothing; a body that has

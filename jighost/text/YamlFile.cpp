@@ -34,8 +34,7 @@ static void CheckMarks(const std::string& path, const std::string& text) {
     }
 }
 
-static YAML::Node Parse(const std::string& path) {
-    const std::string text = ReadText(path);
+static YAML::Node Parse(const std::string& path, const std::string& text) {
     CheckMarks(path, text);
     try {
         return YAML::Load(text);
@@ -47,7 +46,7 @@ static YAML::Node Parse(const std::string& path) {
 }
 
 YamlFile::YamlFile(const std::string& path, std::int64_t newestFormat)
-    : m_Path(path), m_Root(Parse(path)) {
+    : m_Path(path), m_Content(ReadText(path)), m_Root(Parse(path, m_Content)) {
     const std::string newest = "format: " + std::to_string(newestFormat);
     RequireMap(m_Root, "a map with " + newest);
     const YAML::Node format = m_Root["format"];

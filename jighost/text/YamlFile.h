@@ -15,6 +15,8 @@ class YamlFile {
     YamlFile(const std::string& path, std::int64_t newestFormat);
 
     const YAML::Node& Root() const { return m_Root; }
+    /// All of it, as it was read.
+    const std::string& Content() const { return m_Content; }
     const std::string& Path() const { return m_Path; }
     std::int64_t Format() const { return m_nFormat; }
 
@@ -46,6 +48,7 @@ class YamlFile {
 
   private:
     std::string m_Path;
+    std::string m_Content;
     YAML::Node m_Root;
     std::int64_t m_nFormat;
 };

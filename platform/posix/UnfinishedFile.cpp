@@ -108,16 +108,24 @@ void CheckWritable(const fs::path& path) {
     }
 }
 
-void WriteDevice(const fs::path& path, std::string_view bytes) {
-    const int nFile = open(path.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
+static void WriteOpened(const fs::path& path, int nFile, std::string_view bytes, bool bSync) {
     Check(path, nFile);
     try {
         WriteAll(path, nFile, bytes);
+        Check(path, bSync ? fdatasync(nFile) : 0);
     } catch (...) {
         close(nFile);
         throw;
     }
     Check(path, close(nFile));
+}
+
+void WriteDevice(const fs::path& path, std::string_view bytes) {
+    WriteOpened(path, open(path.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC), bytes, false);
+}
+
+void AppendToFile(const fs::path& path, std::string_view bytes) {
+    WriteOpened(path, open(path.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC), bytes, true);
 }
 
 bool IsDeviceOrPipe(const fs::path& path) {

@@ -127,16 +127,30 @@ void CheckWritable(const fs::path& path) {
     }
 }
 
-void WriteDevice(const fs::path& path, std::string_view bytes) {
+/// Opens what is there, does the work with it and closes it.
+template <class Work>
+static void WithOpened(const fs::path& path, const Work& work) {
     const HANDLE hFile = OpenToWrite(path);
     Check(path, hFile != INVALID_HANDLE_VALUE ? TRUE : FALSE);
     try {
-        WriteAll(path, hFile, bytes);
+        work(hFile);
     } catch (...) {
         CloseHandle(hFile);
         throw;
     }
     Check(path, CloseHandle(hFile));
+}
+
+void WriteDevice(const fs::path& path, std::string_view bytes) {
+    WithOpened(path, [&](HANDLE hFile) { WriteAll(path, hFile, bytes); });
+}
+
+void AppendToFile(const fs::path& path, std::string_view bytes) {
+    WithOpened(path, [&](HANDLE hFile) {
+        Check(path, SetFilePointerEx(hFile, {}, nullptr, FILE_END));
+        WriteAll(path, hFile, bytes);
+        Check(path, FlushFileBuffers(hFile));
+    });
 }
 
 // "NUL", in whatever folder, is "\\.\NUL"; a pipe has such a path from the start.

@@ -32,10 +32,10 @@ TEST_F(AskingTest, AnswersAreJudgedAndKept) {
     EXPECT_EQ(good.exitCode, 0) << good.errors;
     const auto steps = nlohmann::json::parse(good.output)["steps"];
     ASSERT_EQ(steps.size(), 4U);
-    EXPECT_EQ(steps[0]["measurements"][0]["value"], "yes");
+    EXPECT_EQ(steps[0]["measurements"][0]["text"], "yes");
     EXPECT_EQ(steps[1]["measurements"][0]["value"], 3);
-    EXPECT_EQ(steps[2]["measurements"][0]["value"], "Ann");
-    EXPECT_TRUE(steps[2]["result"].is_null()) << "no operation has run";
+    EXPECT_EQ(steps[2]["measurements"][0]["text"], "Ann");
+    EXPECT_TRUE(steps[2]["attempts"].empty()) << "no operation has run";
 
     const JIGHOST_RUN bad = Answered("cap,no\nlamp,4\nwho,ann\n");
     EXPECT_EQ(bad.exitCode, 5);

@@ -39,11 +39,12 @@ TEST_F(JighostTest, MeasurementsAreAllJudgedAtTheirLimits) {
         EXPECT_EQ(run.exitCode, bWithin ? 0 : 5) << text << run.errors;
         const auto steps = nlohmann::json::parse(run.output)["steps"];
         ASSERT_EQ(steps[1]["measurements"].size(), 2U);
-        EXPECT_EQ(steps[1]["measurements"][0]["outcome"], "not judged");
-        EXPECT_EQ(steps[1]["measurements"][1]["outcome"], bWithin ? "passed" : "failed") << text;
+        EXPECT_EQ(steps[1]["measurements"][0]["judged"], false);
+        EXPECT_EQ(steps[1]["measurements"][1]["judged"], true);
+        EXPECT_EQ(steps[1]["measurements"][1]["within"], bWithin) << text;
         EXPECT_EQ(steps[1]["measurements"][1]["value"], 12345);
-        EXPECT_EQ(steps[2]["measurements"][0]["value"], "Line 4");
-        EXPECT_EQ(steps[2]["measurements"][0]["outcome"], "passed");
+        EXPECT_EQ(steps[2]["measurements"][0]["text"], "Line 4");
+        EXPECT_EQ(steps[2]["measurements"][0]["within"], true);
     }
     const JIGHOST_RUN both =
         RunMeasures("{field: SerialNo, unit: bodies, max: 3}, {field: CodeDigitLow, max: -1}", "");

@@ -38,10 +38,10 @@ TEST_F(ParameterTest, ValuesStandInRecordsExpectationsAndNames) {
         RunLine("sequence body-of.yaml --set serial=0x10 --set owner=a${owner}b --json");
     EXPECT_EQ(run.exitCode, 0) << run.errors;
     const auto record = nlohmann::json::parse(run.output);
-    EXPECT_EQ(record["sequence"], "body 0x10");
+    EXPECT_EQ(record["sequence"]["name"], "body 0x10");
     EXPECT_EQ(record["parameters"]["owner"], "a${owner}b") << "a value is no place for another";
     EXPECT_EQ(record["steps"][0]["name"], "owner of 0x10");
-    EXPECT_EQ(record["steps"][1]["record"]["OwnerName"], "a${owner}b");
+    EXPECT_EQ(record["steps"][1]["attempts"][0]["after"]["OwnerName"], "a${owner}b");
 }
 
 TEST_F(ParameterTest, EachRowOfATableIsARunOfItsOwn) {

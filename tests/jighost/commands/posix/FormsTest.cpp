@@ -209,44 +209,6 @@ steps:
          "     " +
              failure + "a desk's steps: 2 of 2 steps run, 1 not as expected, T ms\n",
          "jighost: step 2, SetSlitRollingMode: " + failure});
-    Expect(
-        {"sequence steps.yaml --body desk.yaml --until deltas --json", 0, R"({
-  "format": 1,
-  "sequence": "a desk's steps",
-  "parameters": {},
-  "outcome": "as expected",
-  "time_ms": T,
-  "steps": [
-    {
-      "number": 1,
-      "name": "deltas",
-      "outcome": "as expected",
-      "problem": "",
-      "attempts": 1,
-      "measurements": [],
-      "operation": "GetDigitalParaAdjData",
-      "result": 0,
-      "result_name": "RESULT_SUCCESS",
-      "error": "",
-      "time_ms": T,
-      "calls": 1,
-      "record": {
-        "DeltaX": -1,
-        "DeltaY": 2
-      },
-      "log": [
-        "MOMENT [----]",
-        "MOMENT [FUNC] GetDigitalParaAdjData",
-        "MOMENT [VALU] DeltaX - 4294967295",
-        "MOMENT [VALU] DeltaY - 2",
-        "MOMENT [FUNC] GetDigitalParaAdjData - 0"
-      ],
-      "interleaved": []
-    }
-  ]
-}
-)",
-         ""});
     const std::pair<std::string, std::string> refusals[] = {
         {"--from 0", "expected a step by its name or by a number from 1 to 2, got '0'"},
         {"--from 3", "expected a step by its name or by a number from 1 to 2, got '3'"},

@@ -5,9 +5,10 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <nlohmann/json.hpp>
+#include <filesystem>
 #include <set>
 
+#include "jighost/records/RunRecordReader.h"
 #include "tests/support/Support.h"
 #include "tests/support/posix/Shell.h"
 
@@ -20,21 +21,17 @@ const std::string STEPS = "format: 1\nfolder: .\nsteps:\n" + SET_OWNER + SAVE_OW
                           "  - operation: LoadPropertyData\n  - operation: ClearOwnerName\n" +
                           SAVE_OWNER;
 
-nlohmann::json Record() {
-    return nlohmann::json::parse(ReadFile("run.json"), nullptr, false);
-}
-
 /// A sequence that stands in the midst of its third step: its trace is many times what the pipe
 /// takes. The rows of the steps before have come by then, although nobody ends the output.
 class LongRun {
   public:
-    LongRun() : m_Talk("talk"), m_Rows("rows") {
+    explicit LongRun(const std::string& record = "run.json", const char* pszOption = "--record")
+        : m_Talk("talk"), m_Rows("rows") {
         WriteFile("sequence.yaml", STEPS);
         jighost = std::make_unique<Process>(
-            "/bin/sh",
-            std::vector<std::string>{
-                "-c", "exec \"$0\" \"$@\" 2>talk >rows", JighostFile(), "sequence", "sequence.yaml",
-                "--body", "body.yaml", "--record", "run.json", "--trace"});
+            "/bin/sh", std::vector<std::string>{
+                           "-c", "exec \"$0\" \"$@\" 2>talk >rows", JighostFile(), "sequence",
+                           "sequence.yaml", "--body", "body.yaml", pszOption, record, "--trace"});
         m_Talk.ReadUntil("LoadPropertyData\n");
         m_Rows.ReadUntil("  2  SaveOwnerName ");
     }
@@ -56,10 +53,11 @@ TEST_F(JighostTest, SignalEndsTheSequenceBehindTheStepWithAllWritten) {
         EXPECT_EQ(kill(run.jighost->Id(), nSignal), 0);
         run.ReadUntil("jighost: interrupted behind step 3\n");
         EXPECT_EQ(run.jighost->Wait(), exitCode);
-        const nlohmann::json record = Record();
-        EXPECT_EQ(record.value("outcome", ""), "interrupted");
-        ASSERT_EQ(record["steps"].size(), 3U);
-        EXPECT_THAT(record["steps"][2]["log"].back().get<std::string>(), HasSubstr("Data - 0"));
+        const RUN_RECORD record = ReadRunRecord("run.json");
+        EXPECT_EQ(record.verdict, VERDICT::ABORTED);
+        EXPECT_EQ(record.problem, "interrupted behind step 3");
+        ASSERT_EQ(record.steps.size(), 3U);
+        EXPECT_THAT(record.steps[2].attempts.at(0).log.back(), HasSubstr("Data - 0"));
         EXPECT_THAT(Owner(), StartsWith("OwnerName = \"Desk\"\n"));
     }
 }
@@ -87,17 +85,24 @@ TEST_F(JighostTest, OperationThatDoesNotReturnIsToldWithItsCallAndTheRecordIsClo
     const NamedPipe written("record");
     WriteFile(
         "stands.yaml",
-        "format: 2\nfolder: .\nsteps:\n  - {operation: GetBodyID, time_limit: 3600000 ms}\n"
+        "format: 2\nfolder: .\nsteps:\n  - {operation: SetBodyID, record: {SerialNo: 7}, "
+        "time_limit: 3600000 ms}\n"
         "  - {operation: LoadPropertyData, time_limit: 1000 ms, on_unexpected: continue}\n"
         "always:\n  - operation: GetOwnerName\n");
     Process jighost(
         "/bin/sh", {"-c", "exec \"$0\" \"$@\" 2>talk >rows", JighostFile(), "sequence",
                     "stands.yaml", "--record", "record", "--trace"});
-    const auto record = nlohmann::json::parse(written.ReadUntil("\n}\n"));
-    EXPECT_EQ(record.value("outcome", ""), "operation failed");
-    ASSERT_EQ(record["steps"].size(), 2U);
-    EXPECT_EQ(record["steps"][0]["outcome"], "as expected");
-    EXPECT_TRUE(record["steps"][1]["result"].is_null()) << "nobody knows it";
+    WriteFile("run.json", written.ReadUntil("\n}\n"));
+    const RUN_RECORD record = ReadRunRecord("run.json");
+    EXPECT_EQ(record.verdict, VERDICT::OPERATION_FAILED);
+    EXPECT_FALSE(record.serial) << "nobody knows what SetBodyID has set";
+    EXPECT_NE(record.bodyProblem, "");
+    ASSERT_EQ(record.steps.size(), 2U);
+    EXPECT_EQ(record.steps[0].verdict, VERDICT::PASSED);
+    const RECORDED_ATTEMPT& attempt = record.steps[1].attempts.at(0);
+    EXPECT_FALSE(attempt.result) << "nobody knows it";
+    EXPECT_GE(attempt.timeMs, 1000);
+    EXPECT_FALSE(attempt.calls.empty());
     EXPECT_THAT(
         talk.ReadUntil("; no step of always: has run\n"),
         HasSubstr("jighost: step 2, LoadPropertyData: LoadPropertyData has not returned within "
@@ -115,13 +120,25 @@ TEST_F(JighostTest, InterruptEndsTheFollowingOfALogWithItsSummary) {
     EXPECT_EQ(jighost.Wait(), 130);
 }
 
+void ExpectFirstTwoSteps(const std::string& path) {
+    const RUN_RECORD record = ReadRunRecord(path);
+    EXPECT_EQ(record.verdict, VERDICT::UNFINISHED);
+    ASSERT_EQ(record.steps.size(), 2U);
+    EXPECT_EQ(record.steps[1].operation, "SaveOwnerName");
+    EXPECT_EQ(record.steps[1].attempts.at(0).calls.size(), 1U);
+}
+
 TEST_F(JighostTest, KilledSequenceLeavesTheRecordOfEachStepThatEnded) {
-    const LongRun run;
-    run.jighost->Kill();
-    const nlohmann::json record = Record();
-    EXPECT_EQ(record.value("outcome", ""), "unfinished");
-    ASSERT_EQ(record["steps"].size(), 2U);
-    EXPECT_EQ(record["steps"][1]["operation"], "SaveOwnerName");
+    LongRun().jighost->Kill();
+    ExpectFirstTwoSteps("run.json");
+    std::filesystem::create_directory("records");
+    std::filesystem::remove("talk");
+    std::filesystem::remove("rows");
+    LongRun("records", "--records").jighost->Kill();
+    const std::filesystem::directory_iterator files("records");
+    ASSERT_NE(files, std::filesystem::directory_iterator());
+    EXPECT_THAT(files->path().string(), testing::EndsWith("-unfinished.json"));
+    ExpectFirstTwoSteps(files->path());
 }
 
 // --- Kills at each call of the system that changes files ---
@@ -152,8 +169,9 @@ class TracedJighost {
 
     /// Lets it run up to its next call that changes a file; false at its end.
     bool RunToChange() {
-        static const std::set<std::uint64_t> changes = {
-            SYS_openat, SYS_write, SYS_rename, SYS_unlink, SYS_fchmod, SYS_fsync, SYS_close};
+        static const std::set<std::uint64_t> changes = {SYS_openat,    SYS_write,  SYS_rename,
+                                                        SYS_unlink,    SYS_fchmod, SYS_fsync,
+                                                        SYS_fdatasync, SYS_close};
         for (;;) {
             ptrace(PTRACE_SYSCALL, m_Child, nullptr, nullptr);
             waitpid(m_Child, &m_nStatus, 0);
@@ -201,9 +219,7 @@ bool KillAtChange(int number, const std::string& bodyBefore, const std::string& 
     // The last row is the summary, when all steps have ended.
     const std::size_t rows = std::min<std::size_t>(LinesOf(ReadFile("rows.txt")), 2);
     if (rows > 0 || std::filesystem::exists("run.json")) {
-        const nlohmann::json record = Record();
-        EXPECT_TRUE(record.is_object()) << number;
-        EXPECT_GE(record["steps"].size(), rows) << number;
+        EXPECT_GE(ReadRunRecord("run.json").steps.size(), rows) << number;
     }
     return true;
 }

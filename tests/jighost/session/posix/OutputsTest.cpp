@@ -2,6 +2,7 @@
 // when it can't.
 #include <filesystem>
 
+#include "jighost/records/RunRecordReader.h"
 #include "tests/support/posix/Shell.h"
 
 using testing::EndsWith;
@@ -48,7 +49,7 @@ TEST_F(JighostTest, ResultThatCannotBeWrittenKeepsNoOtherOneBack) {
 
     // A disk with room for the record's start and no more: the body and the trace do not fit.
     const JIGHOST_RUN full = RunShell(
-        "ulimit -f 3\n\"$0\" sequence sequence.yaml --body body.yaml "
+        "ulimit -f 12\n\"$0\" sequence sequence.yaml --body body.yaml "
         "--trace trace.jsonl --record run.json --json");
     EXPECT_EQ(full.exitCode, 0) << "nothing is saved that was not so before\n" << full.errors;
     std::filesystem::remove("JigDll.log");
@@ -56,13 +57,16 @@ TEST_F(JighostTest, ResultThatCannotBeWrittenKeepsNoOtherOneBack) {
         "sequence.yaml", "format: 1\nfolder: .\nsteps:\n  - operation: ClearOwnerName\n" +
                              SAVE_OWNER + "  - operation: LoadPropertyData\n");
     const JIGHOST_RUN fuller = RunShell(
-        "ulimit -f 3\n\"$0\" sequence sequence.yaml --body body.yaml "
+        "ulimit -f 12\n\"$0\" sequence sequence.yaml --body body.yaml "
         "--trace trace.jsonl --record run.json --json");
     EXPECT_EQ(fuller.exitCode, 1);
     EXPECT_THAT(fuller.output, EndsWith("\n}\n"));
     for (const std::string file : {"body.yaml", "the whole trace trace.jsonl", "run.json"}) {
         EXPECT_THAT(fuller.errors, HasSubstr("jighost: can't write " + file + ": File too large"));
     }
+    const RUN_RECORD left = ReadRunRecord("run.json");
+    EXPECT_EQ(left.verdict, VERDICT::UNFINISHED);
+    EXPECT_EQ(left.steps.size(), 2U) << "what there was room for";
     EXPECT_THAT(fuller.errors, HasSubstr("step 3, LoadPropertyData: expected success"));
     EXPECT_THAT(Owner(), HasSubstr("Desk"));
 }

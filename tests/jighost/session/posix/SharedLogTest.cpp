@@ -29,17 +29,18 @@ void ExpectOwnErrorsAlone(const std::string& path, const std::string& error, std
     std::size_t whole = 0;
     const auto record = nlohmann::json::parse(ReadFile(path));
     for (const nlohmann::json& step : record.at("steps")) {
-        const auto log = step.at("log").get<std::vector<std::string>>();
-        const auto interleaved = step.at("interleaved").get<std::vector<std::string>>();
+        const nlohmann::json& run = step.at("attempts").at(0);
+        const auto log = run.at("log").get<std::vector<std::string>>();
+        const auto interleaved = run.at("interleaved").get<std::vector<std::string>>();
         EXPECT_EQ(
-            step.at("error").get<std::string>().find(FAULT) == std::string::npos, error.empty());
+            run.at("error").get<std::string>().find(FAULT) == std::string::npos, error.empty());
         EXPECT_LE(log.size(), lines);
         EXPECT_GE(log.size() + interleaved.size(), lines) << "no line is lost";
         if (error.empty()) {
             EXPECT_THAT(log, testing::Each(Not(HasSubstr("[ERR!]"))));
-            EXPECT_EQ(step.at("error"), "");
+            EXPECT_EQ(run.at("error"), "");
         } else if (interleaved.empty()) {
-            EXPECT_EQ(step.at("error"), error);
+            EXPECT_EQ(run.at("error"), error);
         }
         whole += log.size() == lines ? 1U : 0U;
     }

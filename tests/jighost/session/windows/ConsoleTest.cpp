@@ -18,7 +18,7 @@ TEST_F(JighostTest, CtrlCEndsTheSequenceBehindTheStepWithAllWritten) {
     console.ReadUntil("jighost: interrupted behind step ");
     EXPECT_EQ(console.Wait(), 130);
     const auto record = nlohmann::json::parse(ReadFile("run.json"), nullptr, false);
-    EXPECT_EQ(record.value("outcome", ""), "interrupted");
+    EXPECT_EQ(record.value("outcome", ""), "aborted");
     EXPECT_THAT(Owner(), StartsWith("OwnerName = \"Desk\"\n"));
 }
 

@@ -43,7 +43,7 @@ TEST_F(JighostTest, RunThatStandsStillKeepsNoFileOpen) {
     }
     EXPECT_TRUE(std::filesystem::remove("renamed JigDll.log"));
     jighost.Kill();
-    EXPECT_THAT(ReadFile("renamed run.json"), HasSubstr("\"outcome\": \"unfinished\""));
+    EXPECT_THAT(ReadFile("renamed run.json"), HasSubstr("\"outcome\":\"unfinished\""));
 }
 
 }  // namespace

@@ -1,0 +1,15 @@
+// From the session's own.
+#include "platform/User.h"
+
+#include <lmcons.h>
+
+#include <filesystem>
+
+#include "platform/Platform.h"
+#include "platform/Utf8Path.h"
+
+std::string UserName() {
+    wchar_t szName[UNLEN + 1] = {};
+    DWORD size = UNLEN + 1;
+    return GetUserNameW(szName, &size) == FALSE ? "" : TextOf(std::filesystem::path(szName));
+}

@@ -1,0 +1,222 @@
+// The record of a run: what it tells of the run, and what becomes of its file.
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <numeric>
+#include <set>
+
+#include "jighost/records/RunRecordReader.h"
+#include "platform/Program.h"
+#include "platform/Surroundings.h"
+#include "platform/User.h"
+#include "recorder/Sha256.h"
+#include "tests/support/SupportJighost.h"
+
+using testing::HasSubstr;
+using testing::MatchesRegex;
+
+namespace {
+
+const std::string GET_OWNER =
+    "  - {operation: GetOwnerName, expect: 0, expect_fields: {OwnerName: Line 4}}\n";
+const std::string SET_ID =
+    "  - {operation: SetBodyID, record: {SerialNo: 12345}, on_unexpected: continue}\n";
+
+class SequenceRecordTest : public JighostTest {
+  protected:
+    /// The steps come to this exit code.
+    static RUN_RECORD Recorded(
+        const std::string& steps, int exitCode, std::vector<std::string> options = {}) {
+        WriteFile("steps.yaml", "format: 2\nname: a run\nfolder: .\nsteps:\n" + steps);
+        const std::vector<std::string> fixed = {"sequence", "steps.yaml", "--record", "run.json"};
+        options.insert(options.begin(), fixed.begin(), fixed.end());
+        const JIGHOST_RUN run = RunJighost(options);
+        EXPECT_EQ(run.exitCode, exitCode) << steps << run.errors;
+        return ReadRunRecord("run.json");
+    }
+};
+
+void ExpectHash(const RECORDED_FILE& file, const std::string& name) {
+    EXPECT_EQ(std::filesystem::path(file.path).filename(), name);
+    EXPECT_EQ(file.sha256, Recorder::Sha256(ReadFile(file.path)));
+}
+
+std::int64_t Now() {
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
+}
+
+TEST_F(SequenceRecordTest, HeadTellsWhatRanWhenAndWhere) {
+    WriteFile("part.yaml", "format: 2\nsteps:\n" + GET_OWNER);
+    const std::string steps =
+        GET_OWNER + GET_OWNER +
+        "  - include: part.yaml\n"
+        "parameters: {b: {type: characters}, a: {type: bytes, default: 01}}\n";
+    WriteFile("steps.yaml", "format: 2\nsteps:\n" + steps);
+    EXPECT_THAT(
+        RunLine("sequence steps.yaml --set b=x --record part.yaml").errors,
+        HasSubstr("--record part.yaml is the same file as the sequence"));
+    const std::int64_t before = Now();
+    const RUN_RECORD record = Recorded(
+        steps, 5,
+        {"--from", "2", "--until", "3", "--set", "b=x y", "--station", "line 4", "--operator",
+         "Kim", "--fault", "GetOwnerName:1=0x2001"});
+    EXPECT_TRUE(record.startedAt >= before && record.startedAt <= Now()) << record.startedAt;
+    EXPECT_THAT(
+        record.started, MatchesRegex("2.*T[0-9:]+\\.[0-9][0-9][0-9][-+][0-9][0-9]:[0-9][0-9]"));
+    EXPECT_EQ(
+        std::stoll(record.started.substr(record.started.find('.') + 1, 3)),
+        record.startedAt % 1000);
+    EXPECT_EQ(record.station, "line 4");
+    EXPECT_EQ(record.operatorName, "Kim");
+    EXPECT_THAT(record.jighost, HasSubstr(" ("));
+    EXPECT_EQ(record.sequence, "a run");
+    ASSERT_EQ(record.sequenceFiles.size(), 2U);
+    ExpectHash(record.sequenceFiles[0], "steps.yaml");
+    ExpectHash(record.sequenceFiles[1], "part.yaml");
+    EXPECT_THAT(
+        record.parameters, testing::UnorderedElementsAre(
+                               std::pair(std::string("a"), std::string("01")),
+                               std::pair(std::string("b"), std::string("x y"))));
+    EXPECT_EQ(record.range.first, 2U);
+    EXPECT_EQ(record.range.last, 3U);
+    EXPECT_EQ(record.range.of, 3U);
+    ExpectHash(record.module, MODULE_FILE_NAME);
+    ExpectHash(record.link, BODYLNK_FILE);
+    EXPECT_EQ(record.faults, std::vector<std::string>{"GetOwnerName:1=0x2001"});
+    EXPECT_EQ(record.verdict, VERDICT::FAILED);
+    EXPECT_EQ(record.problem, record.steps.at(0).problem);
+
+    const RUN_RECORD other = Recorded(GET_OWNER, 0);
+    EXPECT_NE(other.number, record.number);
+    EXPECT_EQ(other.number.size(), 36U);
+    EXPECT_EQ(other.station, MachineName());
+    EXPECT_EQ(other.operatorName, UserName());
+    EXPECT_NE(other.operatorName, "");
+    EXPECT_EQ(other.problem, "");
+}
+
+TEST_F(SequenceRecordTest, StepHasAllItsAttemptsWithTheirCalls) {
+    const RUN_RECORD record = Recorded(
+        "  - {operation: SetFilePrefix, on_unexpected: \"retry 2 after 1 ms\"}\n" + GET_OWNER +
+            "  - {operation: LoadPropertyData}\n",
+        0, {"--fault", "SetFilePrefix:2@1=0x2001"});
+    ASSERT_EQ(record.steps.size(), 3U);
+    const RECORDED_STEP& prefix = record.steps[0];
+    EXPECT_EQ(prefix.verdict, VERDICT::PASSED);
+    ASSERT_EQ(prefix.attempts.size(), 2U);
+    const RECORDED_ATTEMPT& failed = prefix.attempts[0];
+    EXPECT_EQ(failed.result, 0x2001);
+    EXPECT_THAT(failed.error, HasSubstr("--fault SetFilePrefix:2@1"));
+    ASSERT_EQ(failed.calls.size(), 2U);
+    EXPECT_FALSE(failed.calls[0].bFailed);
+    EXPECT_EQ(failed.calls[0].receivedSize, 8U);
+    const RECORDED_CALL& call = failed.calls[1];
+    EXPECT_TRUE(call.bFailed);
+    EXPECT_EQ(call.request, "Set 0x1000007 8: " + call.sent);
+    EXPECT_EQ(call.sentSize, 8U);
+    EXPECT_THAT(call.answer, testing::StartsWith("failed: "));
+    EXPECT_THAT(failed.log.back(), testing::EndsWith("SetFilePrefix - 8193"));
+    const RECORDED_ATTEMPT& second = prefix.attempts[1];
+    EXPECT_EQ(second.result, 0);
+    EXPECT_EQ(second.error, "");
+    EXPECT_EQ(second.calls.size(), 2U);
+    EXPECT_GE(second.startMs, failed.startMs + failed.timeMs + 1) << "the pause";
+    EXPECT_GE(prefix.timeMs, second.startMs + second.timeMs - prefix.startMs);
+
+    const RECORDED_STEP& owner = record.steps[1];
+    EXPECT_EQ(owner.expectedResult, "RESULT_SUCCESS (0)");
+    EXPECT_EQ(owner.expectedFields, Json({{"OwnerName", "Line 4"}}));
+    EXPECT_EQ(owner.attempts.at(0).before, Json({{"OwnerName", ""}}));
+    EXPECT_EQ(owner.attempts.at(0).after, Json({{"OwnerName", "Line 4"}}));
+
+    const std::vector<RECORDED_CALL>& calls = record.steps[2].attempts.at(0).calls;
+    const auto large = std::max_element(calls.begin(), calls.end(), [](auto& left, auto& right) {
+        return left.receivedSize < right.receivedSize;
+    });
+    ASSERT_NE(large, calls.end());
+    EXPECT_GT(large->receivedSize, RECORDED_BYTES);
+    EXPECT_EQ(large->received.size(), 3 * RECORDED_BYTES - 1);
+    const double inCalls = std::accumulate(
+        calls.begin(), calls.end(), 0.0,
+        [](double sum, const RECORDED_CALL& each) { return sum + each.timeMs; });
+    EXPECT_LE(inCalls, record.steps[2].attempts[0].timeMs);
+}
+
+TEST_F(SequenceRecordTest, BodyIsReadForRecordsAloneAndMeetsNoFault) {
+    WriteFile("steps.yaml", "format: 1\nsteps:\n  - operation: GetOwnerName\n");
+    EXPECT_EQ(RunLine("sequence steps.yaml").exitCode, 0);
+    EXPECT_EQ(ReadFile("JigDll.log").find("GetBodyID"), std::string::npos);
+
+    const std::string getID = "  - {operation: GetBodyID, on_unexpected: retry 1}\n";
+    const RUN_RECORD met =
+        Recorded(getID, 0, {"--fault", "GetBodyID:1@1=0x2001", "--json", "--trace", "trace.jsonl"});
+    EXPECT_EQ(met.bodyProblem, "");
+    EXPECT_EQ(met.bodyID["SerialNo"], met.serial.value_or(0));
+    ASSERT_EQ(met.steps.size(), 1U) << "the reading is no step";
+    EXPECT_EQ(met.steps[0].attempts.size(), 2U);
+    EXPECT_EQ(met.steps[0].attempts[1].after, met.bodyID);
+
+    const RUN_RECORD unmet = Recorded(GET_OWNER, 5, {"--fault", "GetBodyID:1=0x2001"});
+    EXPECT_EQ(unmet.verdict, VERDICT::FAILED) << "a fault that nothing has met tests nothing";
+    EXPECT_NE(unmet.problem, "");
+    EXPECT_TRUE(unmet.serial);
+}
+
+TEST_F(SequenceRecordTest, BodyIsTheOneThatTheRunLeaves) {
+    const std::vector<std::string> body = {"--body", "body.yaml"};
+    EXPECT_EQ(Recorded(SET_ID + "  - operation: SaveBodyID\n", 0, body).serial, 12345U);
+    EXPECT_EQ(Recorded(GET_OWNER, 0, body).serial, 12345U);
+    const RUN_RECORD failed = Recorded(
+        "  - {operation: SetBodyID, record: {SerialNo: 1}}\n", 4,
+        {"--body", "body.yaml", "--fault", "SetBodyID:1=0x2001"});
+    EXPECT_EQ(failed.serial, 12345U);
+}
+
+TEST_F(SequenceRecordTest, BodyThatCannotBeReadIsToldAndKeepsNothingFromRunning) {
+    WriteFile("asks.yaml", "format: 2\nsteps:\n  - ask: Well?\n");
+    WriteFile("answers.csv", "step,answer\nWell?,yes\n");
+    const std::string module = (BuildFolder() / BAD_MODULE_FILE).string();
+    const JIGHOST_RUN run = RunJighost(
+        {"sequence", "asks.yaml", "--answers", "answers.csv", "--module", module, "--record",
+         "run.json"});
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    const RUN_RECORD record = ReadRunRecord("run.json");
+    EXPECT_FALSE(record.serial);
+    EXPECT_THAT(record.bodyProblem, testing::EndsWith(" does not register GetBodyID"));
+    ExpectHash(record.module, BAD_MODULE_FILE);
+    EXPECT_TRUE(record.steps.at(0).attempts.empty());
+    EXPECT_EQ(record.steps[0].measurements.at(0).text, "yes");
+}
+
+TEST_F(SequenceRecordTest, FolderGetsAFileForEachRun) {
+    std::filesystem::create_directory("records");
+    WriteFile(
+        "lot.yaml",
+        "format: 2\nparameters: {owner: {type: characters}}\nsteps:\n" + SET_ID +
+            "  - {operation: GetOwnerName, expect_fields: {OwnerName: \"${owner}\"}}\n");
+    WriteFile("lot.csv", "owner\nLine 4\nLine 5\n");
+    const std::string line = "sequence lot.yaml --table lot.csv --records records";
+    const std::vector<JIGHOST_RUN> runs = RunAtOnce({line, line, line});
+    std::set<std::string> numbers;
+    std::multiset<std::string> outcomes;
+    for (const auto& entry : std::filesystem::directory_iterator("records")) {
+        const std::string name = entry.path().filename().string();
+        const RUN_RECORD record = ReadRunRecord(entry.path().string());
+        EXPECT_THAT(name, testing::StartsWith(record.started.substr(0, 11)));
+        EXPECT_THAT(name, HasSubstr("-12345-" + VerdictName(record.verdict)));
+        EXPECT_EQ(record.steps.size(), 2U);
+        numbers.insert(record.number);
+        outcomes.insert(VerdictName(record.verdict));
+    }
+    EXPECT_EQ(numbers.size(), 6U);
+    EXPECT_EQ(outcomes.count("passed"), 3U);
+    EXPECT_EQ(outcomes.count("failed"), 3U);
+    const JIGHOST_RUN none = RunLine("sequence lot.yaml --set owner=a --records none");
+    EXPECT_EQ(none.exitCode, 2);
+    EXPECT_THAT(none.errors, HasSubstr("--records none: expected a folder that is there"));
+    EXPECT_EQ(
+        RunLine("sequence lot.yaml --set owner=a --records records --record run.json").exitCode, 2);
+}
+
+}  // namespace
