@@ -1,12 +1,13 @@
 // From the session's own.
 #include "platform/User.h"
 
-#include <lmcons.h>
-
 #include <filesystem>
 
 #include "platform/Platform.h"
 #include "platform/Utf8Path.h"
+
+// Behind the system's own header, which it takes for included.
+#include <lmcons.h>
 
 std::string UserName() {
     wchar_t szName[UNLEN + 1] = {};
