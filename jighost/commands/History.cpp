@@ -20,10 +20,14 @@ void AddHistoryCommand(Command& program, HOST& host) {
         "Examples:\n"
         "  jighost history import records/*.json\n"
         "  jighost history list --serial 12345\n"
+        "  jighost history stats --sequence adjust\n"
         "  jighost history list --database postgresql://line@server/history");
     AddHistoryImportCommand(command, host);
     AddHistoryListCommand(command, host);
     AddHistoryShowCommand(command, host);
+    AddHistoryStatsCommand(command, host);
+    AddHistoryCompareCommand(command, host);
+    AddHistoryExportCommand(command);
 }
 
 // --- What they have in common ---

@@ -4,11 +4,15 @@
 #include <string>
 
 #include "jighost/commands/Commands.h"
-#include "jighost/history/RunFilter.h"
+#include "jighost/history/Runs.h"
+#include "jighost/output/Json.h"
 
 void AddHistoryImportCommand(Command& history, HOST& host);
 void AddHistoryListCommand(Command& history, HOST& host);
 void AddHistoryShowCommand(Command& history, HOST& host);
+void AddHistoryStatsCommand(Command& history, HOST& host);
+void AddHistoryCompareCommand(Command& history, HOST& host);
+void AddHistoryExportCommand(Command& history);
 
 /// --database; empty if it is not there.
 void AddDatabaseOption(Command& command, std::string& place);
@@ -34,3 +38,11 @@ std::uint32_t ParseSerial(const std::string& name, const std::string& text);
 std::string Shown(const std::string& text);
 /// "1 run", "2 runs".
 std::string CountText(std::size_t count, const std::string& what);
+
+/// null for none.
+template <class Value>
+Json OptionalJson(const std::optional<Value>& value) {
+    return value ? Json(*value) : Json();
+}
+/// Without its steps.
+Json StoredRunJson(const STORED_RUN& run);

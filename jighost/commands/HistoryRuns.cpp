@@ -8,20 +8,21 @@
 #include "jighost/history/History.h"
 #include "jighost/history/Runs.h"
 #include "jighost/output/Json.h"
-#include "jighost/text/Numbers.h"
+#include "jighost/text/Limits.h"
 #include "jighost/text/PlainText.h"
 
-template <class Value>
-static Json Optional(const std::optional<Value>& value) {
-    return value ? Json(*value) : Json();
-}
-
-static Json RunHeadJson(const STORED_RUN& run) {
-    return {{"record", run.number},           {"started", run.started},
-            {"started_at", run.startedAt},    {"time_ms", run.timeMs},
-            {"station", run.station},         {"operator", run.operatorName},
-            {"serial", Optional(run.serial)}, {"sequence", run.sequence},
-            {"outcome", run.outcome},         {"problem", run.problem}};
+Json StoredRunJson(const STORED_RUN& run) {
+    return {
+        {"record", run.number},
+        {"started", run.started},
+        {"started_at", run.startedAt},
+        {"time_ms", run.timeMs},
+        {"station", run.station},
+        {"operator", run.operatorName},
+        {"serial", OptionalJson(run.serial)},
+        {"sequence", run.sequence},
+        {"outcome", run.outcome},
+        {"problem", run.problem}};
 }
 
 static std::string SerialText(const STORED_RUN& run) {
@@ -51,7 +52,7 @@ static void ListRuns(Database& database, const RUN_FILTER& filter) {
 
 static void ListJson(Database& database, const RUN_FILTER& filter) {
     Json runs = Json::array();
-    EachRun(database, filter, [&](const STORED_RUN& run) { runs.push_back(RunHeadJson(run)); });
+    EachRun(database, filter, [&](const STORED_RUN& run) { runs.push_back(StoredRunJson(run)); });
     WriteJson(std::cout, {{"format", JSON_FORMAT}, {"runs", runs}});
 }
 
@@ -95,21 +96,11 @@ static void ShowHead(const STORED_RUN& run) {
     row("sha256", Shown(run.hash));
 }
 
-static std::string LimitText(const STORED_MEASUREMENT& measurement) {
-    std::string text;
-    if (measurement.min) {
-        text += " from " + NumberText(*measurement.min);
-    }
-    if (measurement.max) {
-        text += " to " + NumberText(*measurement.max);
-    }
-    return text.empty() ? "" : " (" + text.substr(1) + ')';
-}
-
 static void ShowStoredMeasurement(const STORED_MEASUREMENT& measurement) {
+    const std::string limits = LimitsText({measurement.min, measurement.max});
     std::cout << "     " << PlainText(measurement.name) << ": " << PlainText(measurement.text)
               << (measurement.unit.empty() ? "" : ' ' + PlainText(measurement.unit))
-              << LimitText(measurement);
+              << (limits.empty() ? "" : " (" + limits + ')');
     if (measurement.bJudged) {
         std::cout << (measurement.bWithin ? ", passed" : ", failed");
     }
@@ -140,10 +131,15 @@ static void ShowStoredRun(Database& database, const STORED_RUN& run) {
 }
 
 static Json StoredMeasurementJson(const STORED_MEASUREMENT& measurement) {
-    return {{"name", measurement.name},         {"unit", measurement.unit},
-            {"text", measurement.text},         {"value", Optional(measurement.value)},
-            {"min", Optional(measurement.min)}, {"max", Optional(measurement.max)},
-            {"judged", measurement.bJudged},    {"within", measurement.bWithin}};
+    return {
+        {"name", measurement.name},
+        {"unit", measurement.unit},
+        {"text", measurement.text},
+        {"value", OptionalJson(measurement.value)},
+        {"min", OptionalJson(measurement.min)},
+        {"max", OptionalJson(measurement.max)},
+        {"judged", measurement.bJudged},
+        {"within", measurement.bWithin}};
 }
 
 static Json StoredStepJson(
@@ -162,7 +158,7 @@ static Json StoredStepJson(
 
 static void ShowRunJson(Database& database, const STORED_RUN& run) {
     Json json = {{"format", JSON_FORMAT}};
-    json.update(RunHeadJson(run));
+    json.update(StoredRunJson(run));
     json["sequence_sha256"] = run.sequenceHash;
     json["path"] = run.path;
     json["sha256"] = run.hash;

@@ -33,7 +33,7 @@ JIGHOST_RUN RunJighost(const std::vector<std::string>& arguments) {
     return RunProgram(JighostFile(), arguments);
 }
 
-static std::vector<std::string> Words(const std::string& line) {
+std::vector<std::string> Words(const std::string& line) {
     std::istringstream words(line);
     return {std::istream_iterator<std::string>(words), {}};
 }

@@ -23,7 +23,9 @@ struct JIGHOST_RUN {
 JIGHOST_RUN RunProgram(const std::string& program, const std::vector<std::string>& arguments);
 JIGHOST_RUN RunJighost(const std::vector<std::string>& arguments);
 
-/// The same by the words of a line, none of which holds a blank.
+/// The words of a line, none of which holds a blank.
+std::vector<std::string> Words(const std::string& line);
+/// As RunJighost, by these.
 JIGHOST_RUN RunLine(const std::string& line);
 
 /// Starts such runs at one moment and waits for all of them.

@@ -2,8 +2,7 @@
 // is not a history touched.
 #include <nlohmann/json.hpp>
 
-#include "tests/jighost/history/posix/SampleRecords.h"
-#include "tests/support/posix/Shell.h"
+#include "tests/jighost/history/posix/HistoryDatabase.h"
 
 using testing::AllOf;
 using testing::HasSubstr;
@@ -13,26 +12,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-class HistoryTest : public testing::Test {
-  protected:
-    static JIGHOST_RUN Run(const std::string& arguments) {
-        return RunShell("\"$0\" history " + arguments + " --database h.sqlite");
-    }
-    static std::string Import(const std::string& names) {
-        const JIGHOST_RUN run = Run("import " + names);
-        return run.output + run.errors;
-    }
-    static Json Output(const std::string& arguments) {
-        const JIGHOST_RUN run = Run(arguments + " --json");
-        EXPECT_EQ(run.exitCode, 0) << run.errors;
-        return Json::parse(run.output);
-    }
+class HistoryTest : public HistoryDatabaseTest {};
 
-  private:
-    FreshFolder m_Folder;
-};
+INSTANTIATE_TEST_SUITE_P(, HistoryTest, testing::Values("SQLite", "PostgreSQL"));
 
-TEST_F(HistoryTest, SpoiltRecordsAreLeftOutAndNoneIsTakenTwice) {
+TEST_P(HistoryTest, SpoiltRecordsAreLeftOutAndNoneIsTakenTwice) {
     WriteRecords(2);
     fs::copy_file("1.json", "again.json");
     WriteFile("cut.json", ReadFile("1.json").substr(0, 300));
@@ -57,7 +41,7 @@ TEST_F(HistoryTest, SpoiltRecordsAreLeftOutAndNoneIsTakenTwice) {
     EXPECT_EQ(Run("import").exitCode, 2);
 }
 
-TEST_F(HistoryTest, UnfinishedRunGivesWayToItsEnd) {
+TEST_P(HistoryTest, UnfinishedRunGivesWayToItsEnd) {
     WriteRecord("early.json", SampleRun(1, 7, VERDICT::UNFINISHED, 1));
     WriteRecord("late.json", SampleRun(1, 7, VERDICT::FAILED, 3));
     EXPECT_EQ(Import("early.json"), "1 record imported, 0 known before, 0 spoilt\n");
@@ -70,7 +54,7 @@ TEST_F(HistoryTest, UnfinishedRunGivesWayToItsEnd) {
     EXPECT_EQ(run["steps"][0]["measurements"][0]["value"], 3);
 }
 
-TEST_F(HistoryTest, RecordIsShownAsItWas) {
+TEST_P(HistoryTest, RecordIsShownAsItWas) {
     const std::string odd =
         "a\"b'c\\d{e,f}NULL;\n\t\x1b \u00fc\U0001f4f7 :name $1 '); DROP TABLE run; --";
     RUN_RECORD run = SampleRun(1, 4'294'967'295, VERDICT::OPERATION_FAILED, 1e-310);
@@ -111,10 +95,10 @@ TEST_F(HistoryTest, RecordIsShownAsItWas) {
     EXPECT_THAT(Run("show " + run.number).output, Not(HasSubstr("\x1b")));
     const JIGHOST_RUN none = Run("show " + SampleNumber(2));
     EXPECT_EQ(none.exitCode, 5);
-    EXPECT_EQ(none.errors, "jighost: there is no record " + SampleNumber(2) + " in h.sqlite\n");
+    EXPECT_THAT(none.errors, HasSubstr("jighost: there is no record " + SampleNumber(2) + " in "));
 }
 
-TEST_F(HistoryTest, RunsAreChosen) {
+TEST_P(HistoryTest, RunsAreChosen) {
     std::vector<RUN_RECORD> runs;
     for (unsigned i = 0; i < 2100; ++i) {  // more than the database gives at once
         runs.push_back(SampleRun(i, 2000 + i / 2, VERDICT::PASSED, 1, FIRST_DAY + i / 3));
@@ -158,7 +142,14 @@ TEST_F(HistoryTest, RunsAreChosen) {
     }
 }
 
-TEST_F(HistoryTest, LiesInTheFolderOfTheUsersData) {
+// --- Files ---
+
+/// Of SQLite alone.
+class HistoryFileTest : public HistoryDatabaseTest {};
+
+INSTANTIATE_TEST_SUITE_P(, HistoryFileTest, testing::Values("SQLite"));
+
+TEST_P(HistoryFileTest, LiesInTheFolderOfTheUsersData) {
     WriteRecords(1);
     const auto run = [](const std::string& variables, const std::string& arguments) {
         return RunShell("env -u XDG_DATA_HOME " + variables + " \"$0\" history " + arguments);
@@ -175,7 +166,7 @@ TEST_F(HistoryTest, LiesInTheFolderOfTheUsersData) {
     EXPECT_EQ(run("-u HOME", "list").exitCode, 2);
 }
 
-TEST_F(HistoryTest, WhatIsNoHistoryStaysAsItIs) {
+TEST_P(HistoryFileTest, WhatIsNoHistoryStaysAsItIs) {
     WriteRecords(2);
     EXPECT_EQ(Run("import 1.json").exitCode, 0);
     EXPECT_EQ(
@@ -212,42 +203,30 @@ TEST_F(HistoryTest, WhatIsNoHistoryStaysAsItIs) {
 
 // --- Others at once, and ends in the middle ---
 
-/// All runs have their step and its measurement.
-void ExpectWhole(const std::string& place, unsigned unRuns) {
-    const JIGHOST_RUN run = RunProgram(
-        "/bin/sh",
-        {"-c", "sqlite3 " + place +
-                   " 'SELECT (SELECT count(*) FROM run), (SELECT count(*) FROM run JOIN step"
-                   " ON step.run = id JOIN measurement ON measurement.run = id),"
-                   " (SELECT count(*) FROM step), (SELECT count(*) FROM measurement)'"});
-    const std::string count = std::to_string(unRuns);
-    EXPECT_EQ(run.output, count + '|' + count + '|' + count + '|' + count + '\n') << run.errors;
-}
-
-TEST_F(HistoryTest, ImportsAtOnceTakeEachRecordOnce) {
+TEST_P(HistoryTest, ImportsAtOnceTakeEachRecordOnce) {
     const std::string names = WriteRecords(60);
-    const std::string line = "history import" + names + " --database h.sqlite";
+    const std::string line = "history import" + names + " --database " + m_Place;
     std::size_t imported = 0;
     for (const JIGHOST_RUN& run : RunAtOnce({line, line, line, line})) {
         EXPECT_EQ(run.exitCode, 0) << run.errors;
         imported += std::stoul(run.output);
     }
     EXPECT_EQ(imported, 60U);
-    ExpectWhole("h.sqlite", 60);
+    ExpectWhole(60);
 }
 
-TEST_F(HistoryTest, FullDiskKeepsWhatWasThere) {
+TEST_P(HistoryFileTest, FullDiskKeepsWhatWasThere) {
     const std::string names = WriteRecords(300);
     EXPECT_EQ(Import("1.json 2.json"), "2 records imported, 0 known before, 0 spoilt\n");
     const JIGHOST_RUN full = RunShell(
         "trap '' XFSZ; ulimit -f 120; \"$0\" history import" + names + " --database h.sqlite");
     EXPECT_EQ(full.exitCode, 1) << full.output;
     EXPECT_THAT(full.errors, HasSubstr("jighost: h.sqlite: "));
-    ExpectWhole("h.sqlite", 2);
+    ExpectWhole(2);
     EXPECT_EQ(Import(names), "298 records imported, 2 known before, 0 spoilt\n");
 }
 
-TEST_F(HistoryTest, KilledImportIsRepeated) {
+TEST_P(HistoryFileTest, KilledImportIsRepeated) {
     const std::string names = WriteRecords(1500);
     EXPECT_EQ(Run("import 1.json").exitCode, 0);
     Process import(
@@ -258,12 +237,53 @@ TEST_F(HistoryTest, KilledImportIsRepeated) {
     }
     import.Kill();
     EXPECT_EQ(Run("import *.json").exitCode, 0);
-    ExpectWhole("h.sqlite", 1500);
+    ExpectWhole(1500);
 }
 
 // --- Servers ---
 
-TEST_F(HistoryTest, NoPasswordIsShown) {
+/// Of PostgreSQL alone.
+class HistoryServerTest : public HistoryDatabaseTest {};
+
+INSTANTIATE_TEST_SUITE_P(, HistoryServerTest, testing::Values("PostgreSQL"));
+
+TEST_P(HistoryServerTest, DiesInTheMiddleOfAnImport) {
+    const std::string names = WriteRecords(300);
+    EXPECT_EQ(Import("1.json 2.json"), "2 records imported, 0 known before, 0 spoilt\n");
+    // Who holds the last table holds up the import behind its first rows.
+    Process holder("/usr/bin/psql", {"-XqAt", m_Place});
+    holder.WriteLine("BEGIN; LOCK TABLE measurement; SELECT 'held';");
+    EXPECT_EQ(holder.ReadLine(), "held");
+    Process import(
+        JighostFile(), Words("history import" + names + " --database " + m_Place), "import.txt");
+    int nAsked = 0;
+    while (Ask("SELECT count(*) FROM pg_locks WHERE NOT granted") == "0\n") {
+        ASSERT_LT(++nAsked, 5000);
+    }
+    DatabaseServer::Instance().Kill();
+    EXPECT_EQ(import.Wait(), 1);
+    const std::string errors = ReadFile("import.txt");
+    EXPECT_THAT(errors, HasSubstr("jighost: postgresql://"));
+    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
+    EXPECT_EQ(Run("list").exitCode, 1);
+    DatabaseServer::Instance().Start();
+    ExpectWhole(2);
+    EXPECT_EQ(Import(names), "298 records imported, 2 known before, 0 spoilt\n");
+    ExpectWhole(300);
+}
+
+TEST_P(HistoryServerTest, TablesOfOthersStayAsTheyAre) {
+    WriteRecords(1);
+    EXPECT_THAT(Run("list").errors, HasSubstr("holds no history; jighost history import makes"));
+    Ask("CREATE TABLE run (a INTEGER)");
+    const JIGHOST_RUN run = Run("import 1.json");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_THAT(run.errors, HasSubstr(": has tables of something else"));
+    EXPECT_EQ(Ask("SELECT count(*) FROM pg_tables WHERE schemaname = 'public'"), "1\n");
+}
+
+TEST(HistoryAddressTest, NoPasswordIsShown) {
+    const FreshFolder folder;
     for (const char* pszURL :
          {"postgresql://u:secret@%2Fnone/d", "postgres://u:secret@[::1]:1/d?connect_timeout=2",
           "postgresql://u:sec%ret@h/d", "postgresql://u:/secret@h/d", "postgresql://u:@secret@/d",
