@@ -6,9 +6,8 @@
 #include "jighost/output/Complaint.h"
 #include "jighost/records/RunRecordReader.h"
 #include "jighost/report/ReportPage.h"
+#include "jighost/report/RunReports.h"
 #include "jighost/session/Outputs.h"
-#include "platform/Utf8Path.h"
-#include "platform/WholeFile.h"
 
 struct REPORT_OPTIONS {
     std::vector<std::string> recordPaths;
@@ -22,7 +21,8 @@ void AddReportCommand(Command& program, HOST& host) {
         "report", "Makes a page of the records of runs, for a browser without a network");
     const auto pOptions = std::make_shared<REPORT_OPTIONS>();
     command.AddRest(
-        "records", pOptions->recordPaths, "Files of `sequence --record`, one for each run", "FILE");
+        "records", pOptions->recordPaths,
+        "Files of `sequence --record` or `--records`, one for each run", "FILE");
     command.AddOption("-o", pOptions->pagePath, "The page", "FILE");
     command.SetFooter(
         "Examples:\n"
@@ -43,7 +43,7 @@ static void CheckUse(const REPORT_OPTIONS& options) {
         inputs.push_back({"the record " + path, path});
     }
     CheckOutputs({{"-o", options.pagePath}}, inputs);
-    WithExitCode(EXIT_WRONG_USE, [&] { CheckReplaceable(PathOf(options.pagePath)); });
+    CheckReportWritable(options.pagePath);
 }
 
 static EXIT_CODE Report(const REPORT_OPTIONS& options) {
@@ -59,9 +59,7 @@ static EXIT_CODE Report(const REPORT_OPTIONS& options) {
         throw HostError(
             EXIT_WRONG_USE, "no record could be read: " + options.pagePath + " is not written");
     }
-    WithExitCode(EXIT_HOST_ERROR, [&] {
-        ReplaceFile(PathOf(options.pagePath), page.Text(), OUTLASTS::POWER_FAILURES);
-    });
+    WriteReport(options.pagePath, page.Text());
     std::cout << PlainText(options.pagePath) << ": " << page.Count()
               << (page.Count() == 1 ? " run, " : " runs, ") << page.NotPassed()
               << " of them not passed\n";

@@ -6,6 +6,7 @@
 
 #include "jighost/commands/CommonOptions.h"
 #include "jighost/output/Complaint.h"
+#include "jighost/report/RunReports.h"
 #include "jighost/sequence/FilledText.h"
 #include "jighost/sequence/GivenValues.h"
 #include "jighost/sequence/Mistakes.h"
@@ -26,6 +27,7 @@ struct SEQUENCE_OPTIONS {
     std::string until;  // the same; empty for the last one
     RECORD_PLACE record;
     RUN_PLACE place;
+    REPORT_PATHS reports;
     std::string tracePath;  // of the recording that a sequence is to be made of; or empty
     GIVEN_VALUES given;
     std::string answersPath;
@@ -57,6 +59,12 @@ void AddSequenceCommand(Command& program, HOST& host) {
     command.AddOption(
         "--records", pOptions->record.folder,
         "Writes it into a new file, named by date, serial number and outcome", "FOLDER");
+    command.AddOption(
+        "--report", pOptions->reports.page, "Writes a page of the run, as `jighost report`",
+        "FILE");
+    command.AddOption(
+        "--junit", pOptions->reports.results,
+        "Writes the steps as test results for a build server, in JUnit's XML", "FILE");
     command.AddOption(
         "--station", pOptions->place.station, "For the record; else the machine's name", "NAME");
     command.AddOption(
@@ -94,6 +102,7 @@ void AddSequenceCommand(Command& program, HOST& host) {
 struct PLANNED_RUN {
     RUN_VALUES values;
     RECORD_PLACE record;
+    REPORT_PATHS reports;
     std::string tracePath;
 };
 
@@ -121,6 +130,7 @@ static PLANNED_RUN Plan(
     return {
         values,
         {path(options.record.path), options.record.folder},
+        {path(options.reports.page), path(options.reports.results)},
         path(host.session.tracePath),
     };
 }
@@ -153,6 +163,8 @@ static std::vector<PLANNED_RUN> PlanRuns(
                 answers.Check(sequence, range);
             }
             CheckOwnFile(paths, runs.back().record.path, "--record");
+            CheckOwnFile(paths, runs.back().reports.page, "--report");
+            CheckOwnFile(paths, runs.back().reports.results, "--junit");
             CheckOwnFile(paths, runs.back().tracePath, "--trace");
         };
         mistakes.Gather(plan, values.place.empty() ? "" : " (" + values.place + ')');
@@ -195,32 +207,40 @@ static SESSION_OPTIONS SessionOptions(
     session.inputs.push_back({"--answers", options.answersPath});
     session.inputs.push_back({"--table", options.given.tablePath});
     session.outputs.push_back({"--record", planned.record.path});
+    session.outputs.push_back({"--report", planned.reports.page});
+    session.outputs.push_back({"--junit", planned.reports.results});
     return session;
 }
 
 /// Whether anybody is to read it.
 static bool IsRecordWanted(const HOST& host, const SEQUENCE_OPTIONS& options) {
-    return host.bJson || !options.record.path.empty() || !options.record.folder.empty();
+    return host.bJson || !options.record.path.empty() || !options.record.folder.empty() ||
+           !options.reports.IsEmpty();
 }
 
 /// Ends the program in the midst of an operation: what it has of the run lasts, the body's file is
 /// as it was. Standard streams belong to the other thread.
 [[noreturn]] static void EndInOperation(
     const HOST& host, const SEQUENCE_OPTIONS& options, const SEQUENCE& sequence,
-    SequenceRecord& record, const STEP_OUTCOME& outcome) {
+    const PLANNED_RUN& planned, SequenceRecord& record, const STEP_OUTCOME& outcome) {
     EXIT_CODE exitCode = outcome.exitCode;
     std::string talk = "jighost: step " + std::to_string(outcome.number) + ", " +
                        PlainText(outcome.step->name + ": " + outcome.problem) +
                        (sequence.always.empty() ? "" : "; no step of always: has run") +
                        (options.given.tablePath.empty() ? "" : "; no further row is run") + '\n';
-    try {
-        record.Add(outcome);
-        ForgetBody(record.Record());
-        record.Finish(exitCode);
-    } catch (const HostError& e) {
-        exitCode = EXIT_HOST_ERROR;
-        talk += std::string("jighost: ") + e.what() + '\n';
-    }
+    const auto doOrTell = [&](const auto& work) {
+        try {
+            work();
+        } catch (const HostError& e) {
+            exitCode = EXIT_HOST_ERROR;
+            talk += std::string("jighost: ") + e.what() + '\n';
+        }
+    };
+    record.Add(outcome);
+    ForgetBody(record.Record());
+    doOrTell([&] { record.Finish(outcome.exitCode); });
+    doOrTell([&] { WriteRunPage(planned.reports, record.Record()); });
+    doOrTell([&] { WriteRunResults(planned.reports, record.Record()); });
     WriteStandardFile(STANDARD_ERROR, talk);
     if (host.bJson && WriteStandardFile(STANDARD_OUTPUT, RunRecordText(record.Record())) != 0) {
         exitCode = EXIT_HOST_ERROR;
@@ -240,7 +260,7 @@ static void Report(const HOST& host, const SEQUENCE& sequence, const RUN_RECORD&
 /// Runs the steps, and tells of each as soon as it has ended.
 static EXIT_CODE RunSteps(
     const HOST& host, const SEQUENCE_OPTIONS& options, Session& session, const SEQUENCE& sequence,
-    const STEP_RANGE& range, SequenceRecord& record) {
+    const STEP_RANGE& range, const PLANNED_RUN& planned, SequenceRecord& record) {
     const bool bLive = IsErrorOutputTerminal() && !host.session.IsTraceShown();
     const SequenceOutput output(sequence, range, bLive, !host.bJson);
     const StepAnswers answers(options.answersPath);
@@ -254,7 +274,7 @@ static EXIT_CODE RunSteps(
             },
         .timeOver =
             [&](const STEP_OUTCOME& outcome) {
-                EndInOperation(host, options, sequence, record, outcome);
+                EndInOperation(host, options, sequence, planned, record, outcome);
             },
         .ask = [&](const STEP& step) { return answers.AnswerTo(step); },
         .bRecorded = IsRecordWanted(host, options),
@@ -270,21 +290,26 @@ static EXIT_CODE RunOnce(
     const SESSION_OPTIONS ofSession = SessionOptions(host, options, sequence, range, planned);
     Session session(ofSession);
     RequireSteps(session, sequence);
+    CheckReportsWritable(planned.reports);
     SequenceRecord record(planned.record);
     RUN_RECORD head = RecordHead(sequence, range);
     if (IsRecordWanted(host, options)) {
         CompleteHead(head, session, ofSession, options.place);
     }
     record.Begin(std::move(head));
-    EXIT_CODE exitCode = RunSteps(host, options, session, sequence, range, record);
+    EXIT_CODE exitCode = RunSteps(host, options, session, sequence, range, planned, record);
     if (IsRecordWanted(host, options)) {
         ReadBodyAgain(session, record.Record());
     }
     const bool bSessionWritten = session.Finish();
     exitCode = session.Conclude(exitCode, true);
     const bool bRecordWritten = DoOrComplain([&] { record.Finish(exitCode); });
+    const bool bPageWritten = DoOrComplain([&] { WriteRunPage(planned.reports, record.Record()); });
+    const bool bResultsWritten =
+        DoOrComplain([&] { WriteRunResults(planned.reports, record.Record()); });
     Report(host, sequence, record.Record());
-    return session.Conclude(exitCode, bSessionWritten && bRecordWritten);
+    return session.Conclude(
+        exitCode, bSessionWritten && bRecordWritten && bPageWritten && bResultsWritten);
 }
 
 static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options) {
@@ -327,10 +352,10 @@ static EXIT_CODE RunOrWrite(const HOST& host, const SEQUENCE_OPTIONS& options) {
     if (options.path) {
         return options.bCheck ? CheckSequence(host, options) : RunFile(host, options);
     }
-    const std::string texts = options.from + options.until + options.record.path +
-                              options.record.folder + options.place.station +
-                              options.place.operatorName + options.given.tablePath +
-                              options.answersPath;
+    const std::string texts =
+        options.from + options.until + options.record.path + options.record.folder +
+        options.place.station + options.place.operatorName + options.reports.page +
+        options.reports.results + options.given.tablePath + options.answersPath;
     if (!texts.empty() || !options.given.settings.empty() || options.bCheck || host.bJson) {
         throw HostError(EXIT_WRONG_USE, "--from-trace runs nothing: expected no other option");
     }

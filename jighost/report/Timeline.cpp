@@ -10,6 +10,7 @@
 // Of a lane.
 static constexpr double MOST_MOMENTS = 6;
 static constexpr double PLACES_OF_TICKS = 1000;
+static constexpr double NARROWEST = 0.15;  // a bar of no width would not be seen
 
 Timeline::Timeline(const RUN_RECORD& record, const std::string& id)
     : m_Grid(id + "-grid"), m_bMoments(HasMoments(record)) {
@@ -62,7 +63,7 @@ Markup Timeline::Bar(TAG opening, double start, double time) const {
     const double begin = PlaceOf(start);
     Markup bar;
     bar << opening << R"( x=")"_tag << begin << R"(%" width=")"_tag
-        << std::max(PlaceOf(start + time) - begin, 0.0) << R"(%"/>)"_tag;
+        << std::max(PlaceOf(start + time) - begin, NARROWEST) << R"(%"/>)"_tag;
     return bar;
 }
 

@@ -21,7 +21,7 @@ Markup OutcomeBadge(const RECORDED_MEASUREMENT& measurement) {
     return measurement.bJudged ? Badge(measurement.bWithin ? "passed" : "failed") : Markup();
 }
 
-static std::string FixedText(double number, int decimals) {
+std::string FixedText(double number, int decimals) {
     std::array<char, 400> text{};  // of the greatest number
     const auto [end, error] = std::to_chars(
         text.data(), text.data() + text.size(), number, std::chars_format::fixed, decimals);

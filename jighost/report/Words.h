@@ -8,6 +8,8 @@
 Markup OutcomeBadge(VERDICT verdict);
 Markup OutcomeBadge(const RECORDED_MEASUREMENT& measurement);
 
+/// Without an exponent, however large.
+std::string FixedText(double number, int decimals);
 /// Such as "0.25 ms", "12.5 ms" and "3.42 s".
 std::string DurationText(double ms);
 

@@ -90,8 +90,9 @@ TEST_F(JighostTest, OperationThatDoesNotReturnIsToldWithItsCallAndTheRecordIsClo
         "  - {operation: LoadPropertyData, time_limit: 1000 ms, on_unexpected: continue}\n"
         "always:\n  - operation: GetOwnerName\n");
     Process jighost(
-        "/bin/sh", {"-c", "exec \"$0\" \"$@\" 2>talk >rows", JighostFile(), "sequence",
-                    "stands.yaml", "--record", "record", "--trace"});
+        "/bin/sh",
+        {"-c", "exec \"$0\" \"$@\" 2>talk >rows", JighostFile(), "sequence", "stands.yaml",
+         "--record", "record", "--report", "page.html", "--junit", "results.xml", "--trace"});
     WriteFile("run.json", written.ReadUntil("\n}\n"));
     const RUN_RECORD record = ReadRunRecord("run.json");
     EXPECT_EQ(record.verdict, VERDICT::OPERATION_FAILED);
@@ -108,6 +109,9 @@ TEST_F(JighostTest, OperationThatDoesNotReturnIsToldWithItsCallAndTheRecordIsClo
         HasSubstr("jighost: step 2, LoadPropertyData: LoadPropertyData has not returned within "
                   "1000 ms, in "));
     EXPECT_EQ(jighost.Wait(), 4);
+    EXPECT_THAT(ReadFile("page.html"), HasSubstr("did not return"));
+    EXPECT_THAT(
+        ReadFile("results.xml"), HasSubstr(R"(tests="2" failures="0" errors="1" skipped="0")"));
 }
 
 TEST_F(JighostTest, InterruptEndsTheFollowingOfALogWithItsSummary) {

@@ -1,0 +1,10 @@
+// A run as test results, in the XML that build servers read.
+#pragma once
+
+#include <string>
+
+#include "jighost/records/RunRecord.h"
+
+/// One testsuite: a testcase for each step that ran or that the range asked for. The record is one
+/// that this program made: the range is taken as it stands.
+std::string JUnitText(const RUN_RECORD& record);
