@@ -55,6 +55,7 @@ class Chromium:
         line = next(line for line in self.driver.stdout if "successfully on port" in line)
         self.url = f"http://127.0.0.1:{int(line.split()[-1].rstrip('.'))}/session"
         arguments = ["--headless=new", "--no-first-run", "--disable-background-networking",
+                     "--disable-dev-shm-usage",  # which may be small in a container
                      f"--window-size={SIZE[0]},{SIZE[1]}", f"--user-data-dir={self.profile.name}/p"]
         if os.geteuid() == 0:  # for whom it has no sandbox
             arguments.append("--no-sandbox")
