@@ -14,75 +14,50 @@
 #include "trace/Base64.h"
 #include "trace/Hex.h"
 #include "trace/JsonLine.h"
-#include "trace/LineReader.h"
 
 using simdjson::ondemand::value;
 
-// As FIELD_ID has them.
-static constexpr std::string_view NAMES[] = {
-    "entry",     "operation",   "call",      "function",
-    "name",      "id",          "result",    "record",
-    "time_ms",   "thread",      "at",        "value",
-    "from_list", "sent",        "received",  "size_left",
-    "failure",   "kind",        "code",      "message",
-    "line",      "interleaved", "entries",   "why",
-    "format",    "content",     "started",   "machine",
-    "process",   "program",     "continues", "operations_before",
-};
-static_assert(std::size(NAMES) == static_cast<std::size_t>(FIELD_ID::COUNT));
-
 struct EntryReader::PARSER {
-    explicit PARSER(const std::string& path) : lines(path, simdjson::SIMDJSON_PADDING) {}
-
-    LineReader lines;
     simdjson::ondemand::parser entries;
     simdjson::dom::parser texts;  // with escapes in them
 };
 
 EntryReader::EntryReader(const std::string& path)
-    : m_Path(path), m_pParser(std::make_unique<PARSER>(path)) {}
+    : m_Path(path),
+      m_Lines(path, simdjson::SIMDJSON_PADDING),
+      m_pParser(std::make_unique<PARSER>()) {}
 
 EntryReader::~EntryReader() = default;
 
 bool EntryReader::Next() {
-    const LineReader::FOUND found = m_pParser->lines.Next();
+    const LineReader::FOUND found = m_Lines.Next();
     if (found == LineReader::FOUND::END) {
         return false;
     }
     ++m_Line;
     m_Taken.reset();
-    m_NextName = 0;
+    m_Last = FIELD_COUNT;
     if (found == LineReader::FOUND::TOO_LONG) {
         Refuse("expected at most " + std::to_string(LONGEST_LINE) + " bytes in a line");
     }
-    const std::string_view line = m_pParser->lines.Text();
+    const std::string_view line = m_Lines.Text();
     m_pNext = line.data() + 1;
+    m_pEnd = line.data() + line.size();
     if (!line.starts_with('{') || !line.ends_with('}')) {
         Parse();
     }
     return true;
 }
 
-std::size_t EntryReader::Size() const {
-    return m_pParser->lines.Text().size();
-}
-
 // --- A line's fields ---
 
 std::string_view EntryReader::Search(std::size_t wanted) const {
-    while (m_pNext != nullptr && !m_Taken[wanted]) {
+    while (m_pNext != m_pEnd && !m_Taken[wanted]) {
         if (!TakePlainField()) {
             Parse();
         }
     }
     return m_Taken[wanted] ? m_Tokens[wanted] : std::string_view();
-}
-
-void EntryReader::Take(std::size_t place, std::string_view token) const {
-    if (place < FIELDS && !m_Taken[place]) {
-        m_Taken.set(place);
-        m_Tokens[place] = token;
-    }
 }
 
 namespace {
@@ -107,9 +82,9 @@ struct NAME_START {
 };
 
 constexpr auto STARTS = []<std::size_t... Places>(std::index_sequence<Places...> /*places*/) {
-    return std::array{NAME_START(NAMES[Places])...};
+    return std::array{NAME_START(FieldName(Places))...};
 }
-(std::make_index_sequence<std::size(NAMES)>());
+(std::make_index_sequence<FIELD_COUNT>());
 
 /// Of a long name.
 bool HasRest(const char* pName, std::string_view name) {
@@ -122,14 +97,16 @@ bool HasRest(const char* pName, std::string_view name) {
 std::size_t EntryReader::FindName(const char* pName) const {
     std::uint64_t bytes = 0;
     std::memcpy(&bytes, pName, sizeof(bytes));
-    for (std::size_t i = 0, place = m_NextName; i < FIELDS; ++i, ++place) {
-        place = place < FIELDS ? place : 0;
-        if ((bytes & STARTS[place].mask) == STARTS[place].bytes && HasRest(pName, NAMES[place])) {
-            m_NextName = place + 1;
+    std::size_t& follower = m_Followers[m_Last];
+    for (std::size_t i = 0, place = follower; i < FIELD_COUNT; ++i, ++place) {
+        place = place < FIELD_COUNT ? place : 0;
+        if ((bytes & STARTS[place].mask) == STARTS[place].bytes &&
+            HasRest(pName, FieldName(place))) {
+            follower = place;
             return place;
         }
     }
-    return FIELDS;
+    return FIELD_COUNT;
 }
 
 // --- Plain fields ---
@@ -143,54 +120,58 @@ static constexpr auto OF_WORD = [] {
     return ofWord;
 }();
 
-/// Behind the number, word or text without escapes that stands at a place; the place itself for
-/// others.
-static const char* PlainEnd(const char* pValue, const char* pLineEnd) {
-    const char* pEnd = pValue;
-    if (*pValue != '"') {
-        while (OF_WORD[static_cast<unsigned char>(*pEnd)]) {
-            ++pEnd;
-        }
-        return pEnd;
-    }
-    static const std::ptrdiff_t FEW = 24;  // for which a search would cost more
-    ++pEnd;
-    for (const char* pFew = pEnd + std::min(FEW, pLineEnd - pEnd); pEnd != pFew; ++pEnd) {
-        if (*pEnd == '"') {
-            return pEnd + 1;
-        }
-        if (*pEnd == '\\') {
-            return pValue;
-        }
-    }
-    const std::string_view rest(pEnd, pLineEnd);
-    const std::string_view text = rest.substr(0, rest.find('"'));
-    const bool bPlain = text.size() < rest.size() && text.find('\\') == std::string_view::npos;
-    return bPlain ? text.data() + text.size() + 1 : pValue;
+/// Where the next quote stands; the line's end if there is none.
+static const char* FindQuote(const char* pText, const char* pLineEnd) {
+    const std::string_view rest(std::min(pText, pLineEnd), pLineEnd);
+    return rest.data() + std::min(rest.find('"'), rest.size());
 }
 
-// The line has a brace at its end, and behind that room, so that no comparison of a few characters
-// goes too far.
+/// The same, perhaps behind the line's end: most texts are short, and a call would cost more.
+static const char* FindNearQuote(const char* pText, const char* pLineEnd) {
+    static const std::uint64_t LOW_BITS = 0x0101010101010101;
+    const char* pFar = pText + 2 * sizeof(std::uint64_t);
+    for (; pText != pFar; pText += sizeof(std::uint64_t)) {
+        std::uint64_t bytes = 0;
+        std::memcpy(&bytes, pText, sizeof(bytes));
+        const std::uint64_t others = bytes ^ (LOW_BITS * '"');
+        const std::uint64_t quotes = (others - LOW_BITS) & ~others & (LOW_BITS << 7U);
+        if (quotes != 0) {
+            return pText + std::countr_zero(quotes) / 8;
+        }
+    }
+    return FindQuote(pText, pLineEnd);
+}
+
+/// Behind the number, word or text that stands at a place; the place itself for others, and for a
+/// text whose end only a parser finds.
+static const char* PlainEnd(const char* pValue, const char* pLineEnd) {
+    if (*pValue == '"') {
+        const char* pQuote = FindNearQuote(pValue + 1, pLineEnd);
+        return pQuote < pLineEnd && pQuote[-1] != '\\' ? pQuote + 1 : pValue;
+    }
+    const char* pEnd = pValue;
+    while (OF_WORD[static_cast<unsigned char>(*pEnd)]) {
+        ++pEnd;
+    }
+    return pEnd;
+}
+
 bool EntryReader::TakePlainField() const {
-    const std::string_view line = m_pParser->lines.Text();
-    const char* pLineEnd = line.data() + line.size();
     if (*m_pNext != '"') {
         return false;
     }
     const std::size_t place = FindName(m_pNext + 1);
-    const char* pNameEnd =
-        place < FIELDS ? m_pNext + 1 + NAMES[place].size() : std::find(m_pNext + 1, pLineEnd, '"');
-    if (pLineEnd - pNameEnd < 3 || pNameEnd[1] != ':') {
+    const char* pNameEnd = place < FIELD_COUNT ? m_pNext + 1 + FieldName(place).size()
+                                               : std::find(m_pNext + 1, m_pEnd, '"');
+    return m_pEnd - pNameEnd >= 3 && pNameEnd[1] == ':' && TakeValue(place, pNameEnd + 2);
+}
+
+bool EntryReader::TakeValue(std::size_t place, const char* pValue) const {
+    const char* pEnd = PlainEnd(pValue, m_pEnd);
+    if (pEnd == pValue || !IsValueEnd(pEnd)) {
         return false;
     }
-    const char* pValue = pNameEnd + 2;
-    const char* pEnd = PlainEnd(pValue, pLineEnd);
-    const bool bLast = pEnd + 1 == pLineEnd;
-    if (pEnd == pValue || (!bLast && *pEnd != ',')) {
-        return false;
-    }
-    Take(place, {pValue, pEnd});
-    m_pNext = bLast ? nullptr : pEnd + 1;
+    TakeNext(place, {pValue, pEnd});
     return true;
 }
 
@@ -227,14 +208,12 @@ void EntryReader::TakeFields(Object& fields, bool bWithin) const {
 /// The whole line, for what was not taken of it yet.
 void EntryReader::Parse() const {
     static const char EXPECTED[] = "expected a JSON object";
-    const std::string_view line = m_pParser->lines.Text();
-    m_pNext = nullptr;
-    m_NextName = 0;
+    const std::string_view line = m_Lines.Text();
     try {
-        auto document =
-            m_pParser->entries.iterate(line.data(), line.size(), m_pParser->lines.Room());
+        auto document = m_pParser->entries.iterate(line.data(), line.size(), m_Lines.Room());
         auto fields = document.get_object().value();
         TakeFields(fields, false);
+        m_pNext = m_pEnd;
         if (document.current_location().error() != simdjson::OUT_OF_BOUNDS) {
             Refuse(EXPECTED);
         }
@@ -248,7 +227,7 @@ void EntryReader::Parse() const {
 std::string_view EntryReader::Required(FIELD_ID field) const {
     const std::string_view token = Token(field);
     if (token.empty()) {
-        Refuse("expected \"" + std::string(NAMES[static_cast<std::size_t>(field)]) + '"');
+        Refuse("expected \"" + std::string(FieldName(static_cast<std::size_t>(field))) + '"');
     }
     return token;
 }
@@ -266,8 +245,33 @@ std::int64_t EntryReader::WholeNumber(FIELD_ID field, const BOUNDS& bounds) cons
     return number;
 }
 
+/// Digits with a point among them, as few as writers put: the quotient of two numbers that are
+/// exact is as near as can be.
+static std::optional<double> ParseDigits(std::string_view token) {
+    static const std::size_t MOST = std::numeric_limits<double>::digits10;
+    std::uint64_t digits = 0;
+    std::uint64_t scale = 0;  // none ahead of the point
+    for (const char character : token.substr(0, MOST)) {
+        if (character >= '0' && character <= '9') {
+            digits = 10 * digits + static_cast<std::uint64_t>(character - '0');
+            scale *= 10;
+        } else if (character == '.' && scale == 0) {
+            scale = 1;
+        } else {
+            return std::nullopt;
+        }
+    }
+    const bool bWhole = token.size() <= MOST && token.front() != '.';
+    return bWhole && scale != 0
+               ? std::optional(static_cast<double>(digits) / static_cast<double>(scale))
+               : std::nullopt;
+}
+
 double EntryReader::FractionAt(FIELD_ID field) const {
     const std::string_view token = Required(field);
+    if (const auto digits = ParseDigits(token)) {
+        return *digits;
+    }
     double number = 0;
     const auto [end, error] = std::from_chars(token.data(), token.data() + token.size(), number);
     if (error != std::errc() || end != token.data() + token.size() || !std::isfinite(number)) {
@@ -330,6 +334,6 @@ void EntryReader::RefuseValue(FIELD_ID field, const std::string& expected) const
     const std::size_t longest = 40;
     const std::string_view token = Token(field);
     Refuse(
-        std::string(NAMES[static_cast<std::size_t>(field)]) + ": expected " + expected + ", got " +
-        std::string(token.substr(0, longest)) + (token.size() > longest ? "..." : ""));
+        std::string(FieldName(static_cast<std::size_t>(field))) + ": expected " + expected +
+        ", got " + std::string(token.substr(0, longest)) + (token.size() > longest ? "..." : ""));
 }

@@ -5,20 +5,37 @@
 #include <charconv>
 #include <iterator>
 
+static constexpr std::uint8_t NO_DIGIT = 16;
+
+static std::uint8_t DigitOf(char character) {
+    const auto code = static_cast<std::uint8_t>(character);
+    if (code >= '0' && code <= '9') {
+        return static_cast<std::uint8_t>(code - '0');
+    }
+    const auto letter = static_cast<std::uint8_t>((code | 0x20U) - 'a');
+    return letter < 6 ? static_cast<std::uint8_t>(letter + 10) : NO_DIGIT;
+}
+
 std::optional<std::vector<std::uint8_t>> ParseHex(std::string_view text) {
-    std::string digits;
-    std::copy_if(text.begin(), text.end(), std::back_inserter(digits), [](char character) {
-        return character != ' ';
-    });
-    std::vector<std::uint8_t> bytes(digits.size() / 2);
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        const char* pDigits = digits.data() + 2 * i;
-        const auto [end, error] = std::from_chars(pDigits, pDigits + 2, bytes[i], 16);
-        if (error != std::errc() || end != pDigits + 2) {
+    std::vector<std::uint8_t> bytes;
+    bytes.reserve(text.size() / 2);
+    std::uint8_t high = NO_DIGIT;  // of a byte that has begun
+    for (const char character : text) {
+        const std::uint8_t digit = DigitOf(character);
+        if (character == ' ') {
+            continue;
+        }
+        if (digit == NO_DIGIT) {
             return std::nullopt;
         }
+        if (high == NO_DIGIT) {
+            high = digit;
+        } else {
+            bytes.push_back(static_cast<std::uint8_t>(high << 4U | digit));
+            high = NO_DIGIT;
+        }
     }
-    return digits.size() % 2 == 0 ? std::optional(bytes) : std::nullopt;
+    return high == NO_DIGIT ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 void AppendHex(std::string& text, std::span<const std::uint8_t> bytes) {

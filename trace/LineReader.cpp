@@ -31,24 +31,19 @@ LineReader::LineReader(const std::string& path, std::size_t padding)
     }
 }
 
-LineReader::FOUND LineReader::Next() {
-    std::size_t looked = m_Begin;
+/// Reads on until the next line's end is there.
+LineReader::FOUND LineReader::ReadLine() {
     for (;;) {
-        const void* pFound = std::memchr(m_Block.data() + looked, '\n', m_End - looked);
-        if (pFound != nullptr) {
-            const char* pStart = m_Block.data() + m_Begin;
-            m_Text = {pStart, static_cast<const char*>(pFound)};
-            m_Begin += m_Text.size() + 1;
-            return m_Text.size() <= LONGEST_LINE ? FOUND::LINE : FOUND::TOO_LONG;
-        }
-        if (m_End - m_Begin > LONGEST_LINE) {
+        const std::size_t held = m_End - m_Begin;
+        if (held > LONGEST_LINE) {
             return FOUND::TOO_LONG;
         }
-        const std::size_t held = m_End - m_Begin;
         if (!ReadOn()) {
             return FOUND::END;
         }
-        looked = m_Begin + held;
+        if (Find(held)) {
+            return FOUND::LINE;
+        }
     }
 }
 

@@ -25,12 +25,9 @@ TRACE_HEAD ReadHead(EntryReader& entries) {
     head.machine = OptionalText(entries, FIELD_ID::MACHINE);
     head.program = OptionalText(entries, FIELD_ID::PROGRAM);
     head.continues = OptionalText(entries, FIELD_ID::CONTINUES);
-    if (entries.Has(FIELD_ID::PROCESS)) {
-        head.process = entries.NumberAt<std::uint32_t>(FIELD_ID::PROCESS);
-    }
-    if (entries.Has(FIELD_ID::OPERATIONS_BEFORE)) {
-        head.operationsBefore = entries.NumberAt<std::uint32_t>(FIELD_ID::OPERATIONS_BEFORE);
-    }
+    head.process = entries.NumberIfAny<std::uint32_t>(FIELD_ID::PROCESS);
+    head.operationsBefore =
+        entries.NumberIfAny<std::uint32_t>(FIELD_ID::OPERATIONS_BEFORE).value_or(0);
     return head;
 }
 

@@ -39,9 +39,15 @@ TRACE_ITEM TraceReader::BeginFile() {
 }
 
 TRACE_ITEM TraceReader::Next() {
+    if (m_Ended != NONE) {
+        m_Running.erase(m_Running.begin() + static_cast<std::ptrdiff_t>(m_Ended));
+        m_Ended = NONE;
+    }
+    m_Found.reset();
     for (;;) {
         if (m_Behind && !m_Running.empty()) {
-            return HandOver(m_Running.begin());
+            HandOver(m_Running.begin());
+            return *m_Found;
         }
         if (m_Behind == TRACE_ITEM::NEW_FILE) {
             m_bGap = false;
@@ -53,8 +59,9 @@ TRACE_ITEM TraceReader::Next() {
             return TRACE_ITEM::END;
         }
         if (m_pEntries->Next()) {
-            if (const auto item = TakeEntry()) {
-                return *item;
+            TakeEntry();
+            if (m_Found) {
+                return *m_Found;
             }
         } else if (m_Next == m_Paths.size()) {
             m_Behind = TRACE_ITEM::END;
@@ -68,35 +75,32 @@ TRACE_ITEM TraceReader::Next() {
     }
 }
 
-TRACE_ITEM TraceReader::HandOver(std::vector<RUNNING>::iterator running) {
-    m_Operation = std::move(running->operation);
-    m_Operation.serial = m_Serial;
-    m_Running.erase(running);
-    return TRACE_ITEM::OPERATION;
+void TraceReader::HandOver(Runs::iterator running) {
+    running->operation.serial = m_Serial;
+    m_Ended = static_cast<std::size_t>(running - m_Running.begin());
+    m_Found = TRACE_ITEM::OPERATION;
 }
 
 // --- Entries ---
 
-std::optional<TRACE_ITEM> TraceReader::TakeEntry() {
-    const std::string_view entry = m_pEntries->Token(FIELD_ID::ENTRY);
-    if (entry == R"("call")") {
+void TraceReader::TakeEntry() {
+    if (m_pEntries->Is(FIELD_ID::ENTRY, R"("call")")) {
         TakeCall();
-    } else if (entry == R"("answer")") {
+    } else if (m_pEntries->Is(FIELD_ID::ENTRY, R"("answer")")) {
         TakeAnswer();
-    } else if (entry == R"("log")") {
+    } else if (m_pEntries->Is(FIELD_ID::ENTRY, R"("log")")) {
         TakeLog();
-    } else if (entry == R"("operation")") {
+    } else if (m_pEntries->Is(FIELD_ID::ENTRY, R"("operation")")) {
         TakeOperation();
-    } else if (entry == R"("result")") {
-        return TakeResult();
-    } else if (entry == R"("gap")") {
-        return TakeGap();
+    } else if (m_pEntries->Is(FIELD_ID::ENTRY, R"("result")")) {
+        TakeResult();
+    } else if (m_pEntries->Is(FIELD_ID::ENTRY, R"("gap")")) {
+        TakeGap();
     } else {
         m_pEntries->TextAt(FIELD_ID::ENTRY);
         m_pEntries->RefuseValue(
             FIELD_ID::ENTRY, "\"operation\", \"call\", \"answer\", \"result\", \"log\" or \"gap\"");
     }
-    return std::nullopt;
 }
 
 /// The record of an operation or a result; empty for a null pointer.
@@ -105,19 +109,19 @@ static Link::Bytes RecordOf(const EntryReader& entries) {
 }
 
 void TraceReader::TakeOperation() {
-    RUNNING running;
+    const auto number = m_pEntries->NumberAt<std::uint32_t>(FIELD_ID::OPERATION);
+    RUNNING& running = m_Running.emplace_back(number);
     TRACED_OPERATION& operation = running.operation;
-    operation.number = m_pEntries->NumberAt<std::uint32_t>(FIELD_ID::OPERATION);
     operation.name = m_pEntries->TextAt(FIELD_ID::NAME);
     operation.line = m_pEntries->Line();
-    if (m_pEntries->Has(FIELD_ID::AT)) {
-        operation.at = m_pEntries->NumberAt<std::int64_t>(FIELD_ID::AT);
-    }
+    m_pEntries->Pass(FIELD_ID::RECORD);
+    m_pEntries->Pass(FIELD_ID::THREAD);
+    operation.at = m_pEntries->NumberIfAny<std::int64_t>(FIELD_ID::AT);
     if (operation.number <= m_LastNumber) {
         m_pEntries->RefuseValue(FIELD_ID::OPERATION, "more than " + std::to_string(m_LastNumber));
     }
     m_LastNumber = operation.number;
-    if (m_Running.size() == MOST_RUNNING) {
+    if (m_Running.size() > MOST_RUNNING) {
         m_pEntries->Refuse(
             "expected at most " + std::to_string(MOST_RUNNING) + " operations at one moment");
     }
@@ -126,11 +130,10 @@ void TraceReader::TakeOperation() {
         operation.bNullRecord = m_pEntries->IsNull(FIELD_ID::RECORD);
         operation.record = RecordOf(*m_pEntries);
     }
-    m_Running.push_back(std::move(running));
 }
 
 /// The end for none.
-std::vector<TraceReader::RUNNING>::iterator TraceReader::FindRunning() {
+TraceReader::Runs::iterator TraceReader::FindRunning() {
     const auto number = m_pEntries->NumberAt<std::uint32_t>(FIELD_ID::OPERATION);
     const auto found = std::find_if(
         m_Running.begin(), m_Running.end(),
@@ -191,7 +194,7 @@ void TraceReader::TakeLog() {
 
 // The body's ID among its properties: the upper 32 bits of a number first, then the lower ones,
 // each little-endian. Its last six decimal digits are the serial number.
-static const std::string_view BODY_ID_TOKEN = "16777222";
+static const char BODY_ID_TOKEN[] = "16777222";
 static const std::uint64_t SERIAL_NUMBERS = 1'000'000;
 
 static std::optional<std::uint32_t> SerialOf(const Link::Bytes& bodyID) {
@@ -204,9 +207,12 @@ static std::optional<std::uint32_t> SerialOf(const Link::Bytes& bodyID) {
 }
 
 static bool IsOfBodyID(const EntryReader& entries) {
-    const std::string_view function = entries.Token(FIELD_ID::FUNCTION);
-    return (function == R"("CProperty::Get")" || function == R"("CProperty::Set")") &&
-           entries.Token(FIELD_ID::ID) == BODY_ID_TOKEN;
+    if (!entries.Is(FIELD_ID::FUNCTION, R"("CProperty::Get")") &&
+        !entries.Is(FIELD_ID::FUNCTION, R"("CProperty::Set")")) {
+        return false;
+    }
+    entries.Pass(FIELD_ID::NAME);
+    return entries.Is(FIELD_ID::ID, BODY_ID_TOKEN);
 }
 
 static Link::CALL RequestOf(const EntryReader& entries) {
@@ -228,6 +234,8 @@ void TraceReader::TakeCall() {
     }
     pRunning->bBodyID = IsOfBodyID(*m_pEntries);
     if (pRunning->bBodyID) {
+        m_pEntries->Pass(FIELD_ID::VALUE);  // in the order of writers, as each entry is read
+        m_pEntries->Pass(FIELD_ID::FROM_LIST);
         pRunning->serialSent = SerialOf(m_pEntries->BytesAt(FIELD_ID::SENT));
     }
     if (pRunning->bWhole) {
@@ -265,12 +273,19 @@ static void TakeAnswerOf(const EntryReader& entries, Link::CALL& call) {
     call.failure = FailureOf(entries);
 }
 
+static bool HasAnswered(const EntryReader& entries) {
+    entries.Pass(FIELD_ID::RECEIVED);
+    entries.Pass(FIELD_ID::SIZE_LEFT);
+    entries.Pass(FIELD_ID::RESULT);
+    return entries.IsNull(FIELD_ID::FAILURE);
+}
+
 void TraceReader::TakeAnswer() {
     RUNNING* pRunning = RunningCall(true);
     if (pRunning == nullptr) {
         return;
     }
-    if (pRunning->bBodyID && m_pEntries->IsNull(FIELD_ID::FAILURE)) {
+    if (pRunning->bBodyID && HasAnswered(*m_pEntries)) {
         const auto received = SerialOf(m_pEntries->BytesAt(FIELD_ID::RECEIVED));
         const auto serial = received ? received : pRunning->serialSent;
         m_Serial = serial ? serial : m_Serial;
@@ -284,36 +299,35 @@ void TraceReader::TakeAnswer() {
 
 // --- Ends and gaps ---
 
-std::optional<TRACE_ITEM> TraceReader::TakeResult() {
+void TraceReader::TakeResult() {
     const auto running = FindRunning();
     if (running == m_Running.end()) {
         ++m_Beginningless;
-        return std::nullopt;
+        return;
     }
     TRACED_OPERATION& operation = running->operation;
     if (operation.bUnanswered && !operation.bTorn) {
         m_pEntries->Refuse("there can be no result here");
     }
     operation.result = m_pEntries->NumberAt<std::int32_t>(FIELD_ID::RESULT);
+    m_pEntries->Pass(FIELD_ID::RECORD);
     operation.time = TimeOf(*m_pEntries);
     if (running->bWhole) {
         operation.returned = RecordOf(*m_pEntries);
     }
-    return HandOver(running);
+    HandOver(running);
 }
 
 /// What is missing may be a part of each operation that runs.
-TRACE_ITEM TraceReader::TakeGap() {
+void TraceReader::TakeGap() {
     m_Gap = {};
     m_Gap.entries = m_pEntries->NumberAt<std::int64_t>(FIELD_ID::ENTRIES);
     m_Gap.why = m_pEntries->TextAt(FIELD_ID::WHY);
     m_Gap.line = m_pEntries->Line();
-    if (m_pEntries->Has(FIELD_ID::AT)) {
-        m_Gap.at = m_pEntries->NumberAt<std::int64_t>(FIELD_ID::AT);
-    }
+    m_Gap.at = m_pEntries->NumberIfAny<std::int64_t>(FIELD_ID::AT);
     m_bGap = true;
     for (RUNNING& running : m_Running) {
         running.operation.bTorn = true;
     }
-    return TRACE_ITEM::GAP;
+    m_Found = TRACE_ITEM::GAP;
 }

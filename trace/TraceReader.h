@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -29,11 +30,11 @@ class TraceReader {
     /// out. Throws TraceError, "FILE:LINE: ...", where a file is no trace.
     TRACE_ITEM Next();
 
-    // Of the item that Next gave last.
+    // Of the item that Next gave last; the operation only behind TRACE_ITEM::OPERATION.
 
     const std::string& Path() const { return m_Paths[m_Next - 1]; }
     const TRACE_HEAD& Head() const { return m_Head; }
-    TRACED_OPERATION& Operation() { return m_Operation; }
+    TRACED_OPERATION& Operation() { return m_Running[m_Ended].operation; }
     const TRACED_GAP& Gap() const { return m_Gap; }
 
     /// Calls outside all operations, so far.
@@ -43,26 +44,30 @@ class TraceReader {
 
   private:
     struct RUNNING {
+        explicit RUNNING(std::uint32_t number) { operation.number = number; }
+
         TRACED_OPERATION operation;
         bool bWhole = false;
         bool bBodyID = false;  // the last call is one of the body's ID
         std::optional<std::uint32_t> serialSent;
     };
+    using Runs = std::vector<RUNNING>;
+    static constexpr auto NONE = std::numeric_limits<std::size_t>::max();
 
     void OpenNext();
     TRACE_ITEM BeginFile();
     bool DoesNextContinue() const;
-    TRACE_ITEM HandOver(std::vector<RUNNING>::iterator running);
+    void HandOver(Runs::iterator running);
 
-    std::optional<TRACE_ITEM> TakeEntry();
+    void TakeEntry();
     void TakeOperation();
     void TakeLog();
     void TakeCall();
     void TakeAnswer();
-    std::optional<TRACE_ITEM> TakeResult();
-    TRACE_ITEM TakeGap();
+    void TakeResult();
+    void TakeGap();
 
-    std::vector<RUNNING>::iterator FindRunning();
+    Runs::iterator FindRunning();
     RUNNING* RunningCall(bool bUnanswered);
     void CountBytes(RUNNING& running) const;
 
@@ -76,12 +81,13 @@ class TraceReader {
     // Comes when all that runs, which has no end then, has been handed over.
     std::optional<TRACE_ITEM> m_Behind = TRACE_ITEM::NEW_FILE;
 
-    std::vector<RUNNING> m_Running;  // in the order in which they began
+    Runs m_Running;                  // in the order in which they began
+    std::size_t m_Ended = NONE;      // the place of one that was handed over and goes next
     bool m_bGap = false;             // entries of operations that nobody knows may come
     std::uint32_t m_LastNumber = 0;  // of an operation that began
     std::optional<std::uint32_t> m_Serial;
 
-    TRACED_OPERATION m_Operation;
+    std::optional<TRACE_ITEM> m_Found;  // where the last entry made an item whole
     TRACED_GAP m_Gap;
     std::uint64_t m_OtherCalls = 0;
     std::uint64_t m_Beginningless = 0;

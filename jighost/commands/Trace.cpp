@@ -61,13 +61,13 @@ static void Show(const HOST& host, TraceReader& reader, std::uint32_t number) {
     bool bFound = false;
     for (TRACE_ITEM item = reader.Next(); item != TRACE_ITEM::END && !IsInterrupted();
          item = reader.Next()) {
-        const TRACED_OPERATION& operation = reader.Operation();
         if (item == TRACE_ITEM::NEW_FILE) {
             zone = ZoneOf(reader.Head().started);
         }
-        if (item != TRACE_ITEM::OPERATION || operation.number != number) {
+        if (item != TRACE_ITEM::OPERATION || reader.Operation().number != number) {
             continue;
         }
+        const TRACED_OPERATION& operation = reader.Operation();
         bFound = true;
         if (host.bJson) {
             Json json = {{"format", JSON_FORMAT}};

@@ -14,23 +14,29 @@ LineBuffer::int_type LineBuffer::overflow(int_type character) {
 
 std::streamsize LineBuffer::xsputn(const char* pText, std::streamsize count) {
     const std::string_view text(pText, static_cast<std::size_t>(count));
-    const std::size_t lastEnd = text.rfind('\n');
-    const std::size_t sent = lastEnd == std::string_view::npos ? 0 : m_Text.size() + lastEnd + 1;
-    m_Text += text;
-    return Send(sent) ? count : 0;
+    const std::size_t whole = text.rfind('\n') + 1;  // none: npos + 1 is 0
+    bool bSent = true;
+    if (whole > 0 && m_Text.empty()) {  // perhaps a long list: no copy of it is made
+        bSent = Send(text.substr(0, whole));
+    } else if (whole > 0) {
+        bSent = Send(m_Text.append(text, 0, whole));
+        m_Text.clear();
+    }
+    m_Text += text.substr(whole);
+    return bSent ? count : 0;
 }
 
 int LineBuffer::sync() {
-    return Send(m_Text.size()) ? 0 : -1;
+    const bool bSent = Send(m_Text);
+    m_Text.clear();
+    return bSent ? 0 : -1;
 }
 
-bool LineBuffer::Send(std::size_t count) {
-    if (m_nError == 0 && count > 0) {
-        const std::string_view text = std::string_view(m_Text).substr(0, count);
+bool LineBuffer::Send(std::string_view text) {
+    if (m_nError == 0 && !text.empty()) {
         const std::size_t width = TerminalWidth(m_nFile);
         m_nError = width == 0 ? WriteStandardFile(m_nFile, text)
                               : WriteStandardFile(m_nFile, Wrapped(text, width, m_Column));
     }
-    m_Text.erase(0, count);
     return m_nError == 0;
 }

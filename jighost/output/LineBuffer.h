@@ -21,7 +21,7 @@ class LineBuffer : public std::streambuf {
 
   private:
     /// Gives what the stream expects: whether nothing has failed so far.
-    bool Send(std::size_t count);
+    bool Send(std::string_view text);
 
     int m_nFile;
     int m_nError = 0;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "jighost/output/RowWriter.h"
 #include "jighost/text/HostError.h"
 #include "jighost/text/Numbers.h"
 
@@ -25,13 +26,6 @@ std::chrono::minutes ZoneOf(std::string_view moment) {
     return zone[0] == '-' ? -size : size;
 }
 
-/// Puts a number's last digits there.
-static void PutDigits(char* pEnd, std::size_t count, std::uint64_t number) {
-    for (; count > 0; --count, number /= 10) {
-        *--pEnd = static_cast<char>('0' + number % 10);
-    }
-}
-
 std::string MomentText(std::int64_t at, minutes zone) {
     // From the year 0 on: a hostile number is no date.
     static const std::int64_t LONGEST = 250'000'000'000'000;
@@ -51,10 +45,25 @@ std::string MomentText(std::int64_t at, minutes zone) {
     return text;
 }
 
-std::string MillisecondsText(double time) {
+std::string_view MomentTexts::Text(std::int64_t at) {
+    const std::int64_t minute = at < 0 ? -1 : at / 60'000;
+    if (minute == -1 || minute != m_Minute) {
+        m_Minute = minute;
+        m_Text = MomentText(at, m_Zone);
+    }
+    const auto time = static_cast<std::uint64_t>(std::max(at, std::int64_t{0}));
+    PutDigits(m_Text.data() + 19, 2, time / 1000 % 60);
+    PutDigits(m_Text.data() + 23, 3, time % 1000);
+    return m_Text;
+}
+
+std::uint64_t Microseconds(double time) {
     static const double LONGEST = 1e15;  // a hostile number is no time
-    const auto microseconds =
-        static_cast<std::uint64_t>(std::llround(std::clamp(time, 0.0, LONGEST) * 1000));
+    return static_cast<std::uint64_t>(std::llround(std::clamp(time, 0.0, LONGEST) * 1000));
+}
+
+std::string MillisecondsText(double time) {
+    const std::uint64_t microseconds = Microseconds(time);
     std::string text = std::to_string(microseconds / 1000) + ".000 ms";
     PutDigits(text.data() + text.size() - 3, 3, microseconds % 1000);
     return text;

@@ -7,15 +7,13 @@
 #include "frame/Result.h"
 #include "jighost/operations/ResultName.h"
 #include "jighost/output/Colour.h"
-#include "jighost/recording/Moment.h"
+#include "jighost/output/RowWriter.h"
 #include "jighost/text/HostError.h"
 #include "jighost/text/PlainText.h"
 
 static const std::size_t WRITTEN_AT_ONCE = 65536;
 /// Different failures that are counted one by one.
 static const std::size_t MAX_FAILURE_KINDS = 1000;
-
-static const std::string SUCCESS_TEXT = ResultText(RESULT_SUCCESS);
 
 TraceOutput::TraceOutput(TRACE_SELECTION selection, bool bJson)
     : m_Selection(std::move(selection)), m_bJson(bJson) {
@@ -35,7 +33,7 @@ void TraceOutput::Add(const TraceReader& reader, const TRACED_OPERATION& operati
             EXIT_WRONG_USE, reader.Path() + ':' + std::to_string(operation.line) +
                                 ": tells no moment, as --since and --until need it");
     }
-    const std::string moment = operation.at ? MomentText(*operation.at, m_Zone) : "";
+    const std::string_view moment = operation.at ? m_Moments.Text(*operation.at) : "";
     if (!m_Selection.Has(operation, moment)) {
         return;
     }
@@ -73,20 +71,23 @@ void TraceOutput::CountIn(const TRACED_OPERATION& operation) {
 
 // --- Rows for people ---
 
-static void AppendRight(std::string& target, std::string_view text, std::size_t width) {
-    target.append(width - std::min(width, text.size()), ' ');
-    target += text;
+// Characters of the columns.
+static const std::size_t NUMBER_WIDTH = 7;
+static const std::size_t NAME_WIDTH = 32;
+static const std::size_t OUTCOME_WIDTH = 24;
+static const std::size_t COUNT_WIDTH = 6;
+/// Of a row without name and outcome.
+static const std::size_t MOST_ELSE = 160;
+
+static std::string OutcomeCell(const std::string& text) {
+    return text + std::string(OUTCOME_WIDTH - std::min(OUTCOME_WIDTH, text.size()) + 1, ' ');
 }
 
-static void AppendLeft(std::string& target, std::string_view text, std::size_t width) {
-    target += text;
-    target.append(width - std::min(width, text.size()), ' ');
-    target += ' ';
-}
+static const std::string SUCCESS_CELL = OutcomeCell(ResultText(RESULT_SUCCESS));
 
 void TraceOutput::BeginFile(const TraceReader& reader) {
     const TRACE_HEAD& head = reader.Head();
-    m_Zone = ZoneOf(head.started);
+    m_Moments = MomentTexts(ZoneOf(head.started));
     if (m_bJson) {
         const Json process = head.process ? Json(*head.process) : Json(nullptr);
         const Json file = {{"file", reader.Path()},   {"machine", head.machine},
@@ -104,30 +105,44 @@ void TraceOutput::BeginFile(const TraceReader& reader) {
     m_Text += '\n';
 }
 
-void TraceOutput::AppendOutcome(const TRACED_OPERATION& operation) {
-    static const std::size_t WIDTH = 24;
-    if (operation.result == RESULT_SUCCESS && !operation.bTorn) {  // most of them
-        AppendLeft(m_Text, SUCCESS_TEXT, WIDTH);
+static void PutTime(RowWriter& row, const TRACED_OPERATION& operation) {
+    static const std::string_view NONE = "           -";
+    static const std::string_view UNIT = " ms";
+    if (!operation.result) {
+        row.Put(NONE);
         return;
     }
-    std::string text;
-    AppendLeft(text, OutcomeText(operation), WIDTH);
-    m_Text += HasFailed(operation) ? Coloured(text, COLOUR::RED) : text;
+    const std::uint64_t microseconds = Microseconds(operation.time);
+    row.PutRight(microseconds / 1000, NONE.size() - UNIT.size() - 4);
+    row.Put(".");
+    row.PutLast(microseconds, 3);
+    row.Put(UNIT);
 }
 
-// Written by hand, since a recording may hold millions of operations.
-void TraceOutput::WriteRow(const TRACED_OPERATION& operation, const std::string& moment) {
-    AppendRight(m_Text, std::to_string(operation.number), 7);
-    m_Text += "  ";
-    m_Text += moment;
-    m_Text += moment.empty() ? "" : "  ";
-    AppendLeft(m_Text, PlainText(operation.name), 32);
-    AppendOutcome(operation);
-    AppendRight(m_Text, operation.result ? MillisecondsText(operation.time) : "-", 12);
-    AppendRight(m_Text, std::to_string(operation.callCount), 6);
-    m_Text += operation.callCount == 1 ? " call   " : " calls  ";
-    m_Text += operation.serial ? std::to_string(*operation.serial) : "-";
-    m_Text += '\n';
+// For most operations nothing is copied that the row does not have.
+void TraceOutput::WriteRow(const TRACED_OPERATION& operation, std::string_view moment) {
+    const bool bSuccess = operation.result == RESULT_SUCCESS && !operation.bTorn;
+    const std::string plain = IsPlain(operation.name) ? "" : PlainText(operation.name);
+    const std::string other = bSuccess ? "" : OutcomeCell(OutcomeText(operation));
+    const std::string coloured = HasFailed(operation) ? Coloured(other, COLOUR::RED) : other;
+    const std::string_view name = plain.empty() ? operation.name : plain;
+    const std::string_view outcome = bSuccess ? SUCCESS_CELL : coloured;
+    RowWriter row(m_Text, MOST_ELSE + name.size() + outcome.size());
+    row.PutRight(operation.number, NUMBER_WIDTH);
+    row.Put("  ");
+    row.PutLeft(moment, moment.empty() ? 0 : moment.size() + 2);
+    row.PutLeft(name, NAME_WIDTH);
+    row.Put(" ");
+    row.Put(outcome);
+    PutTime(row, operation);
+    row.PutRight(operation.callCount, COUNT_WIDTH);
+    row.Put(operation.callCount == 1 ? " call   " : " calls  ");
+    if (operation.serial) {
+        row.PutRight(*operation.serial, 0);
+    } else {
+        row.Put("-");
+    }
+    row.Put("\n");
 }
 
 void TraceOutput::AddGap(const TRACED_GAP& gap) {
@@ -138,8 +153,8 @@ void TraceOutput::AddGap(const TRACED_GAP& gap) {
         m_Text += JsonText(json, ON_ONE_LINE) + '\n';
         return;
     }
-    AppendRight(m_Text, "", 9);
-    m_Text += gap.at ? MomentText(*gap.at, m_Zone) + "  " : "";
+    m_Text.append(NUMBER_WIDTH + 2, ' ');
+    m_Text += gap.at ? std::string(m_Moments.Text(*gap.at)) + "  " : "";
     m_Text += Coloured(
         std::to_string(gap.entries) + " entries are missing: " + PlainText(gap.why), COLOUR::RED);
     m_Text += '\n';
@@ -159,10 +174,15 @@ void TraceOutput::WriteSummary(const TraceReader& reader) {
     add(reader.OtherCalls(), " calls outside all operations");
     m_Text += '\n';
     for (const auto& [failure, count] : m_Failures) {
-        AppendRight(m_Text, std::to_string(count), 7);
-        m_Text += "  ";
-        AppendLeft(m_Text, PlainText(failure.first), 32);
-        m_Text += ResultText(failure.second) + '\n';
+        const std::string name = PlainText(failure.first);
+        const std::string result = ResultText(failure.second);
+        RowWriter row(m_Text, MOST_ELSE + name.size() + result.size());
+        row.PutRight(count, NUMBER_WIDTH);
+        row.Put("  ");
+        row.PutLeft(name, NAME_WIDTH);
+        row.Put(" ");
+        row.Put(result);
+        row.Put("\n");
     }
     if (m_OtherFailures > 0) {
         m_Text += "  and " + std::to_string(m_OtherFailures) + " others\n";

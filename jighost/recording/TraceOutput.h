@@ -1,13 +1,13 @@
 // What is shown of recordings: a line for each operation, and a summary.
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <map>
 #include <string>
 #include <utility>
 
 #include "jighost/output/Json.h"
+#include "jighost/recording/Moment.h"
 #include "jighost/recording/TraceSelection.h"
 #include "trace/TraceReader.h"
 
@@ -30,15 +30,14 @@ class TraceOutput {
 
   private:
     void CountIn(const TRACED_OPERATION& operation);
-    void AppendOutcome(const TRACED_OPERATION& operation);
-    void WriteRow(const TRACED_OPERATION& operation, const std::string& moment);
+    void WriteRow(const TRACED_OPERATION& operation, std::string_view moment);
     void WriteSummary(const TraceReader& reader);
     void Flush();
 
     TRACE_SELECTION m_Selection;
     bool m_bJson;
     std::string m_Text;  // not yet written
-    std::chrono::minutes m_Zone{};
+    MomentTexts m_Moments;
     std::uint64_t m_Count = 0;
     std::uint64_t m_FailedCount = 0;
     std::uint64_t m_EndlessCount = 0;  // of these

@@ -4,7 +4,7 @@
 #include "frame/Result.h"
 #include "jighost/operations/ResultName.h"
 
-bool TRACE_SELECTION::Has(const TRACED_OPERATION& traced, const std::string& moment) const {
+bool TRACE_SELECTION::Has(const TRACED_OPERATION& traced, std::string_view moment) const {
     return (operation.empty() || traced.name == operation) &&
            (!serial || traced.serial == serial) && (since.empty() || moment >= since) &&
            (until.empty() || moment.substr(0, until.size()) <= until);

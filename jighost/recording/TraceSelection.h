@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "trace/TracedOperation.h"
 
@@ -16,7 +17,7 @@ struct TRACE_SELECTION {
 
     bool HasMoments() const { return !since.empty() || !until.empty(); }
     /// Whether it is to be counted; `moment` is when it began, empty if nobody knows.
-    bool Has(const TRACED_OPERATION& operation, const std::string& moment) const;
+    bool Has(const TRACED_OPERATION& operation, std::string_view moment) const;
 };
 
 /// Whether the operation failed or never ended.

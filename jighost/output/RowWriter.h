@@ -1,0 +1,55 @@
+// Rows of lists that have millions of them, put together in place.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// Puts a number's last digits ahead of the place.
+inline void PutDigits(char* pEnd, std::size_t count, std::uint64_t number) {
+    for (; count > 0; --count, number /= 10) {
+        *--pEnd = static_cast<char>('0' + number % 10);
+    }
+}
+
+class RowWriter {
+  public:
+    /// The row comes behind the text, which has it when the writer goes, and has at most so many
+    /// characters.
+    RowWriter(std::string& text, std::size_t most) : m_Text(text) {
+        const std::size_t start = text.size();
+        m_Text.append(most, ' ');
+        m_pNext = m_Text.data() + start;
+    }
+    ~RowWriter() { m_Text.resize(static_cast<std::size_t>(m_pNext - m_Text.data())); }
+    RowWriter(const RowWriter&) = delete;
+    RowWriter& operator=(const RowWriter&) = delete;
+
+    void Put(std::string_view text) { m_pNext = std::copy(text.begin(), text.end(), m_pNext); }
+    /// With blanks behind it.
+    void PutLeft(std::string_view text, std::size_t width) {
+        char* pEnd = m_pNext + std::max(width, text.size());
+        Put(text);
+        m_pNext = pEnd;
+    }
+    /// With blanks ahead of it.
+    void PutRight(std::uint64_t number, std::size_t width) {
+        static const std::size_t MOST = 20;  // digits, of the greatest one
+        std::size_t digits = 1;
+        for (std::uint64_t limit = 10; number >= limit && digits < MOST; limit *= 10) {
+            ++digits;
+        }
+        m_pNext += std::max(width, digits);
+        PutDigits(m_pNext, digits, number);
+    }
+    /// A number's last digits, with zeros ahead of it.
+    void PutLast(std::uint64_t number, std::size_t digits) {
+        m_pNext += digits;
+        PutDigits(m_pNext, digits, number);
+    }
+
+  private:
+    std::string& m_Text;
+    char* m_pNext;
+};
