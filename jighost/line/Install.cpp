@@ -2,10 +2,16 @@
 // moment is a host without its libraries.
 #include "jighost/line/Install.h"
 
+#include <array>
+#include <set>
+
 #include "jighost/check/Doctor.h"
 #include "jighost/line/LibraryPlace.h"
 #include "jighost/operations/OperationTable.h"
+#include "jighost/output/Complaint.h"
 #include "jighost/text/HostError.h"
+#include "platform/FileReader.h"
+#include "platform/LibraryNames.h"
 #include "platform/TextFile.h"
 #include "platform/WholeFile.h"
 #include "recorder/Files.h"
@@ -53,6 +59,54 @@ static void CheckThatTheyServe(const fs::path& link, const fs::path& module) {
         if (check.state == STATE::FAILED) {
             throw HostError(EXIT_NO_MODULE, "the check '" + check.name + "' failed: " + check.text);
         }
+    }
+}
+
+/// Nothing of a file that is no library or program: a log may have gigabytes.
+static std::string LibraryBytes(const fs::path& file) {
+    try {
+        FileReader reader(file.string());
+        std::array<char, 4> start{};
+        const std::size_t count = reader.IsOpen() ? reader.Read(start) : 0;
+        const bool bOther = reader.IsOpen() && !MayHaveNames({start.data(), count});
+        return bOther ? "" : ReadTextFile(file, LARGEST_LIBRARY);
+    } catch (const std::runtime_error& e) {
+        throw HostError(EXIT_HOST_ERROR, e.what());
+    }
+}
+
+/// The names that the file takes from the camera link and that the recorder lacks.
+static std::string LackingNames(
+    const fs::path& file, const std::set<std::string>& offered,
+    const std::set<std::string>& recorded) {
+    std::string lacking;
+    for (const std::string& name : NamesTaken(LibraryBytes(file), LINK_FILE_NAME)) {
+        if (offered.contains(name) && !recorded.contains(name)) {
+            lacking += (lacking.empty() ? "" : ", ") + name;
+        }
+    }
+    return lacking;
+}
+
+/// A library or a host that takes more of the camera link than the recorder has could not be loaded
+/// with it.
+static void CheckWhoTakesFrom(const LIBRARY_PLACE& link) {
+    const std::set<std::string> offered = NamesOffered(LibraryBytes(link.file));
+    const std::set<std::string> recorded = NamesOffered(LibraryBytes(link.recorder));
+    bool bAll = true;
+    for (const fs::directory_entry& entry : fs::directory_iterator(link.file.parent_path())) {
+        if (entry.is_regular_file()) {
+            const std::string lacking = LackingNames(entry.path(), offered, recorded);
+            bAll = bAll && lacking.empty();
+            if (!lacking.empty()) {
+                Complain(
+                    entry.path().string() + " takes names from " + LINK_FILE_NAME +
+                    " that the recorder lacks: " + lacking);
+            }
+        }
+    }
+    if (!bAll) {
+        throw HostError(EXIT_NO_MODULE, "nothing was installed: these would not load any more");
     }
 }
 
@@ -104,6 +158,7 @@ void InstallRecorder(const INSTALLATION& given, const OnStep& onStep) {
     }
     CheckNameFree(SettingsFile(installation.folder));
     CheckThatTheyServe(places[0].file, places[1].file);
+    CheckWhoTakesFrom(places[0]);
     onStep("module and camera link serve");
     MakeRecordingFolder(installation.into);
     try {

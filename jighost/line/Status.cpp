@@ -2,24 +2,52 @@
 #include "jighost/line/Status.h"
 
 #include <algorithm>
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
 
 #include "jighost/text/HostError.h"
-#include "platform/FileStream.h"
+#include "platform/Utf8Path.h"
 #include "recorder/Files.h"
 #include "recorder/RecordingName.h"
+#include "trace/LineReader.h"
+#include "trace/Trace.h"
 
 namespace fs = std::filesystem;
 
 static const char GAP[] = R"({"entry":"gap")";
 
+/// Until `onLine` gives false. A file that is not there has none: the recorder may have removed it
+/// to make room.
+static void ReadLines(
+    const fs::path& file, const std::function<bool(std::string_view line)>& onLine) {
+    try {
+        LineReader lines(TextOf(file), 0);
+        LineReader::FOUND found = lines.Next();
+        while (found == LineReader::FOUND::LINE && onLine(lines.Text())) {
+            found = lines.Next();
+        }
+        if (found == LineReader::FOUND::TOO_LONG) {
+            throw TraceError(
+                TextOf(file) + ": expected at most " + std::to_string(LONGEST_LINE) +
+                " bytes in a line");
+        }
+    } catch (const TraceError& e) {
+        std::error_code error;
+        if (fs::exists(file, error) || error) {
+            throw HostError(EXIT_HOST_ERROR, e.what());
+        }
+    }
+}
+
 static std::string FirstLineOf(const fs::path& file) {
-    FileStream stream(file);
-    std::string line;
-    std::getline(stream, line);
-    line.resize(line.size() - (line.ends_with('\r') ? 1 : 0));
-    return line;
+    std::string first;
+    ReadLines(file, [&](std::string_view line) {
+        first = line.substr(0, line.size() - (line.ends_with('\r') ? 1 : 0));
+        return false;
+    });
+    return first;
 }
 
 /// Empty for a recording whose head is none.
@@ -31,14 +59,16 @@ static std::string Begun(const fs::path& recording) {
 }
 
 static void CountGaps(const fs::path& recording, RECORDER_STATUS& status) {
-    FileStream stream(recording);
-    for (std::string line; std::getline(stream, line);) {
+    ReadLines(recording, [&](std::string_view line) {
         if (line.starts_with(GAP)) {
             const auto gap = nlohmann::json::parse(line, nullptr, false);
+            const bool bTold =
+                gap.is_object() && gap.contains("entries") && gap["entries"].is_number_unsigned();
             ++status.gaps;
-            status.lost += gap.is_object() ? gap.value("entries", std::uint64_t{0}) : 0;
+            status.lost += bTold ? gap["entries"].get<std::uint64_t>() : 0;
         }
-    }
+        return true;
+    });
 }
 
 RECORDER_STATUS StatusOf(const fs::path& folder) {

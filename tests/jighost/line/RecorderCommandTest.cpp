@@ -98,6 +98,25 @@ TEST_F(RecorderCommandTest, RecordsUntilItIsRemoved) {
     EXPECT_EQ(RunJighost({"recorder", "status", "line"}).exitCode, 5);
 }
 
+TEST_F(RecorderCommandTest, StatusOfHostileRecordingsIsBounded) {
+    ExpectInstalled();
+    const std::string recording = "line/recordings/20201122_210659_line3_4711.jsonl";
+    const auto expect = [&](const std::string& text, int exitCode, const std::string& told) {
+        WriteFile(recording, text);
+        const JIGHOST_RUN run = RunJighost({"recorder", "status", "line"});
+        EXPECT_EQ(run.exitCode, exitCode);
+        EXPECT_THAT(run.output + run.errors, HasSubstr(told));
+    };
+    const std::string most(16'000'000, 'x');
+    expect("{\"started\":7}\r\n" + most + "\n" + most, 0, "\nrecordings  1 file, 32.0 MB\n");
+    expect("{}\n{\"entry\":\"gap\",\"entries\":\"x\"}\n", 5, "0 entries missing in 1 place");
+    for (const char* pszAhead : {"", "{}\n"}) {
+        expect(
+            pszAhead + most + "x", 1,
+            "20201122_210659_line3_4711.jsonl: expected at most 16000000 bytes in a line\n");
+    }
+}
+
 TEST_F(RecorderCommandTest, HalfInstallationsArePutBack) {
     const std::vector<std::function<void()>> ends = {
         // As it was killed on the way in ...
@@ -150,6 +169,22 @@ TEST_F(RecorderCommandTest, NothingIsInstalledWhereItDoesNotFit) {
         EXPECT_EQ(RunJighost({"recorder", "install", "line", "--keep", pszSize}).exitCode, 2)
             << pszSize;
     }
+}
+
+TEST_F(RecorderCommandTest, NothingIsInstalledForWhoTakesMoreOfTheLinkThanTheRecorderHas) {
+    // A host that looks into the simulated body: its names are no part of a camera link.
+    fs::remove(link);
+    fs::copy_file(BuildFolder() / LINK_FILE_NAME, link);
+    fs::copy_file(ProgramFile(), "line/host");
+    WriteFile("line/half", ReadFile("line/host").substr(0, 300'000));
+    WriteFile("line/JigDll.log", std::string(5, '\n'));
+    m_Before = Content();
+    ExpectRefused(3, (fs::canonical("line") / "host").string() + " takes names from ");
+    ExpectRefused(3, "Observe");
+    // The same host does without them where the link never had them.
+    fs::remove(link);
+    fs::copy_file(LinkFile("second_link"), link);
+    ExpectInstalled();
 }
 
 TEST_F(RecorderCommandTest, LibraryThatHasComeSinceStays) {
