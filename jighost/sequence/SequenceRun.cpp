@@ -163,7 +163,6 @@ class StepRunner {
     void EndByTime(STEP_OUTCOME outcome) const {
         const STEP& step = *outcome.step;
         const std::string call = m_pCalls->CurrentText();
-        outcome.bReturned = false;
         outcome.exitCode = EXIT_OPERATION_FAILED;
         outcome.problem = std::string(step.info->name) + " has not returned within " +
                           std::to_string(step.timeLimit.count()) + " ms, " +

@@ -12,8 +12,7 @@ struct STEP_OUTCOME {
     const STEP* step = nullptr;
     std::size_t number = 0;                  ///< in the file, from 1; those of always: count on
     std::vector<RECORDED_ATTEMPT> attempts;  ///< all that ran; none of a step that asks
-    OPERATION_RUN run;                       ///< of the last attempt
-    bool bReturned = true;                   ///< else its time was over, and there is no run
+    OPERATION_RUN run;                       ///< of the last attempt that has returned
     std::vector<MEASUREMENT> measurements;   ///< none of a run with another result
     std::string problem;           ///< what was expected and what came; empty if all is as expected
     EXIT_CODE exitCode = EXIT_OK;  ///< or that of the problem's kind
