@@ -93,7 +93,6 @@ static void ShowHead(const STORED_RUN& run) {
     row("outcome", Shown(run.outcome));
     row("problem", Shown(run.problem));
     row("file", Shown(run.path));
-    row("sha256", Shown(run.hash));
 }
 
 static void ShowStoredMeasurement(const STORED_MEASUREMENT& measurement) {
@@ -161,7 +160,6 @@ static void ShowRunJson(Database& database, const STORED_RUN& run) {
     json.update(StoredRunJson(run));
     json["sequence_sha256"] = run.sequenceHash;
     json["path"] = run.path;
-    json["sha256"] = run.hash;
     json["steps"] = Json::array();
     const auto measurements = MeasurementsOf(database, run);
     for (const STORED_STEP& step : StepsOf(database, run)) {

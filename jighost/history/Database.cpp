@@ -158,6 +158,7 @@ class ArrayText {
 
   private:
     template <class Number>
+    requires std::is_arithmetic_v<Number>
     void Add(Number number) {
         char szNumber[32];
         m_Text.append(szNumber, std::to_chars(szNumber, std::end(szNumber), number).ptr);
@@ -166,15 +167,14 @@ class ArrayText {
     void Add(const std::optional<Value>& value) {
         value ? Add(*value) : void(m_Text += "NULL");
     }
-    void Add(const std::string& text) {
+    void Add(std::string_view text) {
         m_Text += '"';
-        for (const char character : text) {
-            if (character == '"' || character == '\\') {
-                m_Text += '\\';
-            }
-            m_Text += character;
+        for (auto at = text.find_first_of("\"\\"); at != std::string_view::npos;
+             at = text.find_first_of("\"\\", 1)) {
+            m_Text.append(text.substr(0, at)) += '\\';
+            text.remove_prefix(at);
         }
-        m_Text += '"';
+        m_Text.append(text) += '"';
     }
 
     std::string m_Text;
@@ -197,10 +197,10 @@ static std::string InsertText(
         const std::string value = std::string(":") + column.pszName;
         names += separator + column.pszName;
         values += separator;
-        values += bArrays ? "CAST(" + value + " AS " + ArrayType(column) + ")" : value;
+        values += bArrays ? "unnest(CAST(" + value + " AS " + ArrayType(column) + "))" : value;
     }
     return std::string("INSERT INTO ") + pszTable + " (" + names + ") " +
-           (bArrays ? "SELECT * FROM unnest(" : "VALUES (") + values + ")";
+           (bArrays ? "SELECT " + values : "VALUES (" + values + ")");
 }
 
 void Database::Insert(const char* pszTable, std::vector<COLUMN>& columns) {

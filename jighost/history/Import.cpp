@@ -100,10 +100,10 @@ static void Remove(Database& database, const std::string& number) {
 }
 
 /// Those that tell what the history does not have; what they replace is removed from it.
-static std::vector<const FILED_RECORD*> ChooseNew(Database& database, const RECORD_BATCH& batch) {
+static std::vector<FILED_RECORD*> ChooseNew(Database& database, RECORD_BATCH& batch) {
     std::map<std::string, bool> known = KnownNumbers(database, batch);
-    std::vector<const FILED_RECORD*> chosen;
-    for (const FILED_RECORD& filed : batch.records) {
+    std::vector<FILED_RECORD*> chosen;
+    for (FILED_RECORD& filed : batch.records) {
         const std::string& number = filed.record.number;
         const bool bUnfinished = filed.record.verdict == VERDICT::UNFINISHED;
         const auto [found, bNew] = known.try_emplace(number, bUnfinished);
@@ -121,7 +121,7 @@ static std::vector<const FILED_RECORD*> ChooseNew(Database& database, const RECO
 }
 
 /// Gives how many went in.
-static std::size_t Store(Database& database, const RECORD_BATCH& batch) {
+static std::size_t Store(Database& database, RECORD_BATCH& batch) {
     if (batch.records.empty()) {
         return 0;
     }
@@ -130,7 +130,7 @@ static std::size_t Store(Database& database, const RECORD_BATCH& batch) {
     Quantities quantities(database);
     RecordRows rows;
     std::int64_t nRun = Greatest(database, "run");
-    for (const FILED_RECORD* pFiled : chosen) {
+    for (FILED_RECORD* pFiled : chosen) {
         rows.Add(++nRun, *pFiled, [&](const QUANTITY& each) { return quantities.ID(each); });
     }
     rows.InsertInto(database);

@@ -10,7 +10,6 @@
 #include "jighost/session/Interrupt.h"
 #include "jighost/text/HostError.h"
 #include "platform/Utf8Path.h"
-#include "recorder/Sha256.h"
 
 static constexpr std::size_t MOST_RECORDS = 1000;
 static constexpr std::size_t MOST_BYTES = 64'000'000;
@@ -60,9 +59,7 @@ static void EscapeAllZeros(RUN_RECORD& record) {
 static FILED_RECORD ReadRecord(const std::string& path, std::size_t& bytes) {
     const std::string text = ReadRecordText(path);
     bytes += text.size();
-    FILED_RECORD filed{
-        TextOf(std::filesystem::absolute(PathOf(path))), Recorder::Sha256(text),
-        ParseRunRecord(path, text)};
+    FILED_RECORD filed{TextOf(std::filesystem::absolute(PathOf(path))), ParseRunRecord(path, text)};
     RequireStorable(path, filed.record);
     EscapeAllZeros(filed.record);
     for (RECORDED_STEP& step : filed.record.steps) {

@@ -8,8 +8,7 @@
 #include "jighost/records/RunRecord.h"
 
 struct FILED_RECORD {
-    std::string path;    ///< absolute
-    std::string sha256;  ///< of the file
+    std::string path;  ///< absolute
     /// All texts without zero characters, which databases do not take; attempts, which are not
     /// kept, by their number alone.
     RUN_RECORD record;

@@ -17,13 +17,18 @@ static constexpr auto Quantity = &Column<std::optional<double>>;
 static constexpr auto Text = &Column<std::string>;
 
 std::string QUANTITY::Key() const {
-    const auto text = [](const std::optional<double>& number) {
-        return number ? NumberText(*number) : "";
+    std::string key;
+    const auto add = [&key](const std::string& text) {
+        key += text;
+        key += '\0';  // which no text has
     };
-    const char szZero[] = {'\0'};  // which no text has
-    const std::string zero(szZero, 1);
-    return sequence + zero + std::to_string(step) + zero + name + zero + unit + zero + text(min) +
-           zero + text(max);
+    add(sequence);
+    add(name);
+    add(unit);
+    add(std::to_string(step));
+    add(min ? NumberText(*min) : "");
+    add(max ? NumberText(*max) : "");
+    return key;
 }
 
 RecordRows::RecordRows()
@@ -31,7 +36,7 @@ RecordRows::RecordRows()
           "run", {Number("id"), Text("number"), Number("started_at"), Text("started"),
                   MaybeNumber("day"), Quantity("time_ms"), Text("station"), Text("operator"),
                   MaybeNumber("serial"), Text("sequence"), Text("sequence_sha256"), Text("outcome"),
-                  Text("problem"), Text("path"), Text("sha256")}),
+                  Text("problem"), Text("path")}),
       m_Steps(
           "step",
           {Number("run"), Number("place"), Number("number"), Text("name"), Text("operation"),
@@ -72,28 +77,34 @@ static std::int64_t AsNumber(std::uint64_t number) {
     return static_cast<std::int64_t>(number);
 }
 
-void RecordRows::Add(std::int64_t nRun, const FILED_RECORD& filed, const QuantityID& quantityID) {
-    const RUN_RECORD& record = filed.record;
-    m_Runs.Add(
-        nRun, record.number, record.startedAt, record.started, DayOf(record),
-        std::optional(record.timeMs), record.station, record.operatorName,
-        std::optional<std::int64_t>(record.serial), record.sequence, SequenceHash(record),
-        VerdictName(record.verdict), record.problem, filed.path, filed.sha256);
+void RecordRows::Add(std::int64_t nRun, FILED_RECORD& filed, const QuantityID& quantityID) {
+    RUN_RECORD& record = filed.record;
+    QUANTITY quantity{.sequence = record.sequence};
     std::int64_t nStep = 0;
-    for (const RECORDED_STEP& step : record.steps) {
-        m_Steps.Add(
-            nRun, ++nStep, AsNumber(step.number), step.name, step.operation,
-            VerdictName(step.verdict), step.problem, std::optional(step.timeMs),
-            AsNumber(step.attempts.size()));
+    for (RECORDED_STEP& step : record.steps) {
+        ++nStep;
+        quantity.step = step.number;
         std::int64_t nPlace = 0;
-        for (const RECORDED_MEASUREMENT& each : step.measurements) {
-            const std::int64_t nQuantity = quantityID(
-                {record.sequence, step.number, each.name, each.unit, each.min, each.max});
+        for (RECORDED_MEASUREMENT& each : step.measurements) {
+            quantity.name = std::move(each.name);
+            quantity.unit = std::move(each.unit);
+            quantity.min = each.min;
+            quantity.max = each.max;
             m_Measurements.Add(
-                nRun, nStep, ++nPlace, nQuantity, each.number, each.text,
+                nRun, nStep, ++nPlace, quantityID(quantity), each.number, std::move(each.text),
                 std::int64_t{each.bJudged}, std::int64_t{each.bWithin});
         }
+        m_Steps.Add(
+            nRun, nStep, AsNumber(step.number), std::move(step.name), std::move(step.operation),
+            VerdictName(step.verdict), std::move(step.problem), std::optional(step.timeMs),
+            AsNumber(step.attempts.size()));
     }
+    m_Runs.Add(
+        nRun, std::move(record.number), record.startedAt, record.started, DayOf(record),
+        std::optional(record.timeMs), std::move(record.station), std::move(record.operatorName),
+        std::optional<std::int64_t>(record.serial), std::move(record.sequence),
+        SequenceHash(record), VerdictName(record.verdict), std::move(record.problem),
+        std::move(filed.path));
 }
 
 void RecordRows::InsertInto(Database& database) {

@@ -10,11 +10,11 @@
 /// What a measurement has in common with those of other runs.
 struct QUANTITY {
     std::string sequence;
-    std::uint64_t step;  ///< its number
-    std::string name;
-    std::string unit;
-    std::optional<double> min;
-    std::optional<double> max;
+    std::uint64_t step = 0;  ///< its number
+    std::string name{};
+    std::string unit{};
+    std::optional<double> min{};
+    std::optional<double> max{};
 
     /// The same for the same quantity alone.
     std::string Key() const;
@@ -47,7 +47,8 @@ class RecordRows {
     /// Is asked for the id of each measurement's quantity.
     using QuantityID = std::function<std::int64_t(const QUANTITY& quantity)>;
 
-    void Add(std::int64_t nRun, const FILED_RECORD& filed, const QuantityID& quantityID);
+    /// Takes the texts out of the record.
+    void Add(std::int64_t nRun, FILED_RECORD& filed, const QuantityID& quantityID);
     void InsertInto(Database& database);
 
   private:

@@ -5,7 +5,7 @@
 
 static const char SELECT_RUN[] =
     "SELECT id, number, started_at, started, time_ms, station, operator, serial,"
-    " sequence, sequence_sha256, outcome, problem, path, sha256 FROM run WHERE ";
+    " sequence, sequence_sha256, outcome, problem, path FROM run WHERE ";
 
 static void BindRun(Query& query, STORED_RUN& run) {
     query.Into(run.id)
@@ -20,8 +20,7 @@ static void BindRun(Query& query, STORED_RUN& run) {
         .Into(run.sequenceHash)
         .Into(run.outcome)
         .Into(run.problem)
-        .Into(run.path)
-        .Into(run.hash);
+        .Into(run.path);
 }
 
 // A server's library holds all rows of an answer, so that one has this many at most.

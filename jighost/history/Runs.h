@@ -21,7 +21,6 @@ struct STORED_RUN {
     std::string outcome;
     std::string problem;
     std::string path;  ///< where the record was imported from
-    std::string hash;  ///< of that file
 };
 
 struct STORED_STEP {

@@ -27,8 +27,7 @@ static constexpr const char* VERSION_1[] = {
     " sequence_sha256 TEXT NOT NULL,"
     " outcome TEXT NOT NULL,"
     " problem TEXT NOT NULL,"
-    " path TEXT NOT NULL,"  // where it was imported from
-    " sha256 TEXT NOT NULL)",
+    " path TEXT NOT NULL)",  // where it was imported from
     "CREATE INDEX run_serial ON run (serial)",
     "CREATE INDEX run_started ON run (started_at, id)",
     // place counts from 1; number is that of the record

@@ -1,10 +1,11 @@
 // Values taken out of a document by name, each checked: what is missing or of another kind throws
-// EXIT_WRONG_USE, "FILE: steps[3].time_ms: expected a number".
+// EXIT_WRONG_USE, "FILE: steps[3].time_ms: expected a number". The document is one of simdjson,
+// since records are imported by the hundred thousand.
 #pragma once
 
-#include <cmath>
+#include <simdjson.h>
+
 #include <concepts>
-#include <limits>
 #include <optional>
 #include <string>
 #include <utility>
@@ -13,35 +14,53 @@
 #include "jighost/records/RunRecordForm.h"
 #include "jighost/text/HostError.h"
 
+/// Where a value stands; put into words only for an error.
+struct RECORD_PLACE {
+    const RECORD_PLACE* pOuter = nullptr;  ///< none of the file itself
+    std::string_view name;                 ///< of a field or the file
+    std::size_t index = 0;                 ///< in a list, from 1; 0 of a field
+
+    /// Such as "FILE: steps[3].time_ms".
+    std::string Text() const {
+        if (index > 0) {
+            return pOuter->Text() + '[' + std::to_string(index) + ']';
+        }
+        const char* const pszAhead = pOuter == nullptr           ? ""
+                                     : pOuter->pOuter == nullptr ? ": "
+                                                                 : ".";
+        return (pOuter == nullptr ? "" : pOuter->Text()) + pszAhead + std::string(name);
+    }
+};
+
 class RecordReading {
   public:
-    /// Of an object, which outlives this; `place` stands ahead of names, such as "FILE: steps[3].".
-    RecordReading(const Json& object, std::string place)
-        : m_Object(object), m_Place(std::move(place)) {}
+    /// Of an object of a document that outlives this, and so does its place.
+    RecordReading(simdjson::dom::object object, const RECORD_PLACE& place)
+        : m_Object(object), m_Place(place) {}
 
     template <class Value>
     void operator()(const char* pszName, Value& value) const {
-        Take(At(pszName), m_Place + pszName, value);
+        const RECORD_PLACE place = PlaceOf(pszName);
+        Take(At(place), place, value);
     }
     template <class Work>
     void Object(const char* pszName, const Work& work) const {
-        const RecordReading within(
-            RequireObject(At(pszName), m_Place + pszName), m_Place + pszName + ".");
+        const RECORD_PLACE place = PlaceOf(pszName);
+        const RecordReading within(As<simdjson::dom::object>(At(place), place, "an object"), place);
         work(within);
     }
     /// Each object of a list.
     template <class Work>
     void Each(const char* pszName, const Work& work) const {
-        const std::string place = m_Place + pszName;
-        const Json& list = At(pszName);
-        Require(list.is_array(), place, "a list");
-        for (std::size_t i = 0; i < list.size(); ++i) {
-            const std::string of = place + '[' + std::to_string(i + 1) + ']';
-            work(RecordReading(RequireObject(list[i], of), of + '.'));
+        const RECORD_PLACE place = PlaceOf(pszName);
+        RECORD_PLACE element{&place, {}, 0};
+        for (const auto each : As<simdjson::dom::array>(At(place), place, "a list")) {
+            ++element.index;
+            work(RecordReading(As<simdjson::dom::object>(each, element, "an object"), element));
         }
     }
-    bool Has(const char* pszName) const { return m_Object.contains(pszName); }
-    bool IsText(const char* pszName) const { return At(pszName).is_string(); }
+    bool Has(const char* pszName) const { return m_Object[pszName].error() == simdjson::SUCCESS; }
+    bool IsText(const char* pszName) const { return At(PlaceOf(pszName)).is_string(); }
 
     /// All of it.
     template <class Record>
@@ -52,92 +71,129 @@ class RecordReading {
     }
 
     [[noreturn]] void Refuse(const char* pszName, const std::string& expected) const {
-        RefuseAt(m_Place + pszName, expected);
+        RefuseAt(PlaceOf(pszName), expected);
     }
 
   private:
-    [[noreturn]] static void RefuseAt(const std::string& place, const std::string& expected) {
-        throw HostError(EXIT_WRONG_USE, place + ": expected " + expected);
-    }
-    static void Require(bool bRight, const std::string& place, const char* pszExpected) {
-        if (!bRight) {
-            RefuseAt(place, pszExpected);
-        }
-    }
-    static const Json& RequireObject(const Json& json, const std::string& place) {
-        Require(json.is_object(), place, "an object");
-        return json;
-    }
-    const Json& At(const char* pszName) const {
-        const auto found = m_Object.find(pszName);
-        Require(found != m_Object.end(), m_Place + pszName, "a value");
-        return *found;
-    }
+    using Element = simdjson::dom::element;
 
-    static void Take(const Json& json, const std::string& place, std::string& value) {
-        Require(json.is_string(), place, "a text");
-        value = json.get<std::string>();
+    [[noreturn]] static void RefuseAt(const RECORD_PLACE& place, const std::string& expected) {
+        throw HostError(EXIT_WRONG_USE, place.Text() + ": expected " + expected);
     }
-    static void Take(const Json& json, const std::string& place, bool& value) {
-        Require(json.is_boolean(), place, "true or false");
-        value = json.get<bool>();
-    }
-    static void Take(const Json& json, const std::string& place, double& value) {
-        Require(json.is_number(), place, "a number");
-        value = json.get<double>();
-    }
-    template <std::integral Number>
-    static void Take(const Json& json, const std::string& place, Number& value) {
-        const bool bHuge =
-            json.is_number_unsigned() && !std::in_range<Number>(json.get<std::uint64_t>());
-        Require(
-            json.is_number_integer() && !bHuge &&
-                (json.is_number_unsigned() || std::in_range<Number>(json.get<std::int64_t>())),
-            place, "a whole number of fewer digits");
-        value = json.get<Number>();
+    RECORD_PLACE PlaceOf(const char* pszName) const { return {&m_Place, pszName, 0}; }
+    Element At(const RECORD_PLACE& place) const {
+        Element element;
+        if (m_Object[place.name].get(element) != simdjson::SUCCESS) {
+            RefuseAt(place, "a value");
+        }
+        return element;
     }
     template <class Value>
-    static void Take(const Json& json, const std::string& place, std::optional<Value>& value) {
+    static Value As(Element json, const RECORD_PLACE& place, const char* pszExpected) {
+        Value value;
+        if (json.get(value) != simdjson::SUCCESS) {
+            RefuseAt(place, pszExpected);
+        }
+        return value;
+    }
+
+    static void Take(Element json, const RECORD_PLACE& place, std::string& value) {
+        value = As<std::string_view>(json, place, "a text");
+    }
+    static void Take(Element json, const RECORD_PLACE& place, bool& value) {
+        value = As<bool>(json, place, "true or false");
+    }
+    static void Take(Element json, const RECORD_PLACE& place, double& value) {
+        value = As<double>(json, place, "a number");
+    }
+    template <std::integral Number>
+    static void Take(Element json, const RECORD_PLACE& place, Number& value) {
+        std::int64_t nValue = 0;
+        std::uint64_t unValue = 0;
+        if (json.get(nValue) == simdjson::SUCCESS && std::in_range<Number>(nValue)) {
+            value = static_cast<Number>(nValue);
+        } else if (json.get(unValue) == simdjson::SUCCESS && std::in_range<Number>(unValue)) {
+            value = static_cast<Number>(unValue);
+        } else {
+            RefuseAt(place, "a whole number of fewer digits");
+        }
+    }
+    template <class Value>
+    static void Take(Element json, const RECORD_PLACE& place, std::optional<Value>& value) {
         value.reset();
         if (!json.is_null()) {
             Take(json, place, value.emplace());
         }
     }
-    static void Take(const Json& json, const std::string& place, VERDICT& value) {
-        const auto verdict = VerdictOfName(json.is_string() ? json.get<std::string>() : "");
-        Require(verdict.has_value(), place, "passed, failed, error, aborted or unfinished");
+    static void Take(Element json, const RECORD_PLACE& place, VERDICT& value) {
+        static const char EXPECTED[] = "passed, failed, error, aborted or unfinished";
+        const auto verdict = VerdictOfName(As<std::string_view>(json, place, EXPECTED));
+        if (!verdict) {
+            RefuseAt(place, EXPECTED);
+        }
         value = *verdict;
     }
     /// The fields of a record: nothing in them is deeper than a list.
-    static void Take(const Json& json, const std::string& place, Json& value) {
-        for (const auto& [name, field] : RequireObject(json, place).items()) {
-            for (const Json& each : field.is_array() ? field : Json::array({field})) {
-                Require(each.is_primitive(), place + '.' + name, "a value or a list of values");
+    static void Take(Element json, const RECORD_PLACE& place, Json& value) {
+        value = Json::object();
+        for (const auto [name, field] : As<simdjson::dom::object>(json, place, "an object")) {
+            const RECORD_PLACE within{&place, name, 0};
+            Json& taken = value[std::string(name)];
+            simdjson::dom::array list;
+            if (field.get(list) != simdjson::SUCCESS) {
+                taken = Primitive(field, within);
+                continue;
+            }
+            taken = Json::array();
+            for (const auto each : list) {
+                taken.push_back(Primitive(each, within));
             }
         }
-        value = json;
+    }
+    static Json Primitive(Element json, const RECORD_PLACE& place) {
+        switch (json.type()) {
+            case simdjson::dom::element_type::ARRAY:
+            case simdjson::dom::element_type::OBJECT:
+                RefuseAt(place, "a value or a list of values");
+            case simdjson::dom::element_type::INT64:
+                return std::int64_t{json};
+            case simdjson::dom::element_type::UINT64:
+                return std::uint64_t{json};
+            case simdjson::dom::element_type::DOUBLE:
+                return double{json};
+            case simdjson::dom::element_type::STRING:
+                return std::string(std::string_view(json));
+            case simdjson::dom::element_type::BOOL:
+                return bool{json};
+            default:
+                return nullptr;
+        }
     }
     static void Take(
-        const Json& json, const std::string& place,
+        Element json, const RECORD_PLACE& place,
         std::vector<std::pair<std::string, std::string>>& values) {
-        for (const auto& [name, text] : RequireObject(json, place).items()) {
-            Take(text, place + '.' + name, values.emplace_back(name, "").second);
+        for (const auto [name, text] : As<simdjson::dom::object>(json, place, "an object")) {
+            const RECORD_PLACE within{&place, name, 0};
+            Take(text, within, values.emplace_back(name, "").second);
         }
     }
     template <class Value>
-    static void Take(const Json& json, const std::string& place, std::vector<Value>& values) {
-        Require(json.is_array(), place, "a list");
-        for (const Json& each : json) {
-            const std::string of = place + '[' + std::to_string(values.size() + 1) + ']';
-            Take(each, of, values.emplace_back());
+    static void Take(Element json, const RECORD_PLACE& place, std::vector<Value>& values) {
+        RECORD_PLACE element{&place, {}, 0};
+        const auto list = As<simdjson::dom::array>(json, place, "a list");
+        values.reserve(list.size());
+        for (const auto each : list) {
+            ++element.index;
+            Take(each, element, values.emplace_back());
         }
     }
     template <class Record>
     requires std::is_class_v<Record>
-    static void Take(const Json& json, const std::string& place, Record& record) {
-        record = RecordReading(RequireObject(json, place), place + '.').As<Record>();
+    static void Take(Element json, const RECORD_PLACE& place, Record& record) {
+        const RecordReading reading(As<simdjson::dom::object>(json, place, "an object"), place);
+        Describe(reading, record);
     }
 
-    const Json& m_Object;
-    std::string m_Place;
+    simdjson::dom::object m_Object;
+    const RECORD_PLACE& m_Place;
 };

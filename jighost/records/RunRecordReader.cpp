@@ -10,27 +10,28 @@
 #include "platform/TextFile.h"
 #include "platform/Utf8Path.h"
 
-/// Throws EXIT_WRONG_USE for what is no JSON object.
-static Json ParseObject(const std::string& path, std::string_view text) {
-    Json json = Json::parse(text, nullptr, false);
-    if (!json.is_object()) {
-        throw HostError(EXIT_WRONG_USE, path + ": expected the record of a sequence's run");
-    }
-    return json;
-}
-
-/// Of a run that nobody has ended: a line for its head, and one for each step. What was cut off has
-/// no line's end.
-static Json ParseLines(const std::string& path, std::string_view text) {
-    const auto head = text.find('\n');
-    Json json = ParseObject(path, text.substr(0, head));
-    text.remove_prefix(std::min(head, text.size() - 1) + 1);
-    Json& steps = json["steps"] = Json::array();
+/// The same document of the lines of a run that nobody has ended: one for its head, and one for
+/// each step. What was cut off has no line's end. Steps stand ahead of those that the head has,
+/// which are none.
+static std::string JoinLines(std::string_view text) {
+    const std::string_view head = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(head.size() + 1, text.size()));
+    std::string steps;
     for (auto end = text.find('\n'); end != std::string::npos; end = text.find('\n')) {
-        steps.push_back(ParseObject(path, text.substr(0, end)));
+        steps += (steps.empty() ? "" : ",") + std::string(text.substr(0, end));
         text.remove_prefix(end + 1);
     }
-    return json;
+    return head.starts_with('{') ? "{\"steps\":[" + steps + "]," + std::string(head.substr(1)) : "";
+}
+
+static simdjson::dom::object ParseObject(
+    simdjson::dom::parser& parser, const std::string& path, const std::string& text) {
+    simdjson::dom::object object;
+    if (parser.parse(text).get(object) != simdjson::SUCCESS &&
+        parser.parse(JoinLines(text)).get(object) != simdjson::SUCCESS) {
+        throw HostError(EXIT_WRONG_USE, path + ": expected the record of a sequence's run");
+    }
+    return object;
 }
 
 RUN_RECORD ReadRunRecord(const std::string& path) {
@@ -46,9 +47,10 @@ std::string ReadRecordText(const std::string& path) {
 }
 
 RUN_RECORD ParseRunRecord(const std::string& path, const std::string& text) {
-    const Json json = Json::accept(text) ? ParseObject(path, text) : ParseLines(path, text);
+    simdjson::dom::parser parser;
+    const RECORD_PLACE place{nullptr, path, 0};
+    const RecordReading reading(ParseObject(parser, path, text), place);
     std::int64_t format = 0;
-    const RecordReading reading(json, path + ": ");
     reading("format", format);
     if (format < 1 || format > RECORD_FORMAT) {
         reading.Refuse("format", "1 or 2");
