@@ -72,8 +72,8 @@ void TraceOutput::CountIn(const TRACED_OPERATION& operation) {
 // --- Rows for people ---
 
 // Characters of the columns.
-static const std::size_t NUMBER_WIDTH = 7;
-static const std::size_t NAME_WIDTH = 32;
+static const std::size_t OPERATION_WIDTH = 7;
+static const std::size_t LISTED_NAME_WIDTH = 32;
 static const std::size_t OUTCOME_WIDTH = 24;
 static const std::size_t COUNT_WIDTH = 6;
 /// Of a row without name and outcome.
@@ -128,10 +128,10 @@ void TraceOutput::WriteRow(const TRACED_OPERATION& operation, std::string_view m
     const std::string_view name = plain.empty() ? operation.name : plain;
     const std::string_view outcome = bSuccess ? SUCCESS_CELL : coloured;
     RowWriter row(m_Text, MOST_ELSE + name.size() + outcome.size());
-    row.PutRight(operation.number, NUMBER_WIDTH);
+    row.PutRight(operation.number, OPERATION_WIDTH);
     row.Put("  ");
     row.PutLeft(moment, moment.empty() ? 0 : moment.size() + 2);
-    row.PutLeft(name, NAME_WIDTH);
+    row.PutLeft(name, LISTED_NAME_WIDTH);
     row.Put(" ");
     row.Put(outcome);
     PutTime(row, operation);
@@ -153,7 +153,7 @@ void TraceOutput::AddGap(const TRACED_GAP& gap) {
         m_Text += JsonText(json, ON_ONE_LINE) + '\n';
         return;
     }
-    m_Text.append(NUMBER_WIDTH + 2, ' ');
+    m_Text.append(OPERATION_WIDTH + 2, ' ');
     m_Text += gap.at ? std::string(m_Moments.Text(*gap.at)) + "  " : "";
     m_Text += Coloured(
         std::to_string(gap.entries) + " entries are missing: " + PlainText(gap.why), COLOUR::RED);
@@ -177,9 +177,9 @@ void TraceOutput::WriteSummary(const TraceReader& reader) {
         const std::string name = PlainText(failure.first);
         const std::string result = ResultText(failure.second);
         RowWriter row(m_Text, MOST_ELSE + name.size() + result.size());
-        row.PutRight(count, NUMBER_WIDTH);
+        row.PutRight(count, OPERATION_WIDTH);
         row.Put("  ");
-        row.PutLeft(name, NAME_WIDTH);
+        row.PutLeft(name, LISTED_NAME_WIDTH);
         row.Put(" ");
         row.Put(result);
         row.Put("\n");

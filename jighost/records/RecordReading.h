@@ -15,10 +15,10 @@
 #include "jighost/text/HostError.h"
 
 /// Where a value stands; put into words only for an error.
-struct RECORD_PLACE {
-    const RECORD_PLACE* pOuter = nullptr;  ///< none of the file itself
-    std::string_view name;                 ///< of a field or the file
-    std::size_t index = 0;                 ///< in a list, from 1; 0 of a field
+struct ELEMENT_PLACE {
+    const ELEMENT_PLACE* pOuter = nullptr;  ///< none of the file itself
+    std::string_view name;                  ///< of a field or the file
+    std::size_t index = 0;                  ///< in a list, from 1; 0 of a field
 
     /// Such as "FILE: steps[3].time_ms".
     std::string Text() const {
@@ -35,25 +35,25 @@ struct RECORD_PLACE {
 class RecordReading {
   public:
     /// Of an object of a document that outlives this, and so does its place.
-    RecordReading(simdjson::dom::object object, const RECORD_PLACE& place)
+    RecordReading(simdjson::dom::object object, const ELEMENT_PLACE& place)
         : m_Object(object), m_Place(place) {}
 
     template <class Value>
     void operator()(const char* pszName, Value& value) const {
-        const RECORD_PLACE place = PlaceOf(pszName);
+        const ELEMENT_PLACE place = PlaceOf(pszName);
         Take(At(place), place, value);
     }
     template <class Work>
     void Object(const char* pszName, const Work& work) const {
-        const RECORD_PLACE place = PlaceOf(pszName);
+        const ELEMENT_PLACE place = PlaceOf(pszName);
         const RecordReading within(As<simdjson::dom::object>(At(place), place, "an object"), place);
         work(within);
     }
     /// Each object of a list.
     template <class Work>
     void Each(const char* pszName, const Work& work) const {
-        const RECORD_PLACE place = PlaceOf(pszName);
-        RECORD_PLACE element{&place, {}, 0};
+        const ELEMENT_PLACE place = PlaceOf(pszName);
+        ELEMENT_PLACE element{&place, {}, 0};
         for (const auto each : As<simdjson::dom::array>(At(place), place, "a list")) {
             ++element.index;
             work(RecordReading(As<simdjson::dom::object>(each, element, "an object"), element));
@@ -77,11 +77,11 @@ class RecordReading {
   private:
     using Element = simdjson::dom::element;
 
-    [[noreturn]] static void RefuseAt(const RECORD_PLACE& place, const std::string& expected) {
+    [[noreturn]] static void RefuseAt(const ELEMENT_PLACE& place, const std::string& expected) {
         throw HostError(EXIT_WRONG_USE, place.Text() + ": expected " + expected);
     }
-    RECORD_PLACE PlaceOf(const char* pszName) const { return {&m_Place, pszName, 0}; }
-    Element At(const RECORD_PLACE& place) const {
+    ELEMENT_PLACE PlaceOf(const char* pszName) const { return {&m_Place, pszName, 0}; }
+    Element At(const ELEMENT_PLACE& place) const {
         Element element;
         if (m_Object[place.name].get(element) != simdjson::SUCCESS) {
             RefuseAt(place, "a value");
@@ -89,7 +89,7 @@ class RecordReading {
         return element;
     }
     template <class Value>
-    static Value As(Element json, const RECORD_PLACE& place, const char* pszExpected) {
+    static Value As(Element json, const ELEMENT_PLACE& place, const char* pszExpected) {
         Value value;
         if (json.get(value) != simdjson::SUCCESS) {
             RefuseAt(place, pszExpected);
@@ -97,17 +97,17 @@ class RecordReading {
         return value;
     }
 
-    static void Take(Element json, const RECORD_PLACE& place, std::string& value) {
+    static void Take(Element json, const ELEMENT_PLACE& place, std::string& value) {
         value = As<std::string_view>(json, place, "a text");
     }
-    static void Take(Element json, const RECORD_PLACE& place, bool& value) {
+    static void Take(Element json, const ELEMENT_PLACE& place, bool& value) {
         value = As<bool>(json, place, "true or false");
     }
-    static void Take(Element json, const RECORD_PLACE& place, double& value) {
+    static void Take(Element json, const ELEMENT_PLACE& place, double& value) {
         value = As<double>(json, place, "a number");
     }
     template <std::integral Number>
-    static void Take(Element json, const RECORD_PLACE& place, Number& value) {
+    static void Take(Element json, const ELEMENT_PLACE& place, Number& value) {
         std::int64_t nValue = 0;
         std::uint64_t unValue = 0;
         if (json.get(nValue) == simdjson::SUCCESS && std::in_range<Number>(nValue)) {
@@ -119,13 +119,13 @@ class RecordReading {
         }
     }
     template <class Value>
-    static void Take(Element json, const RECORD_PLACE& place, std::optional<Value>& value) {
+    static void Take(Element json, const ELEMENT_PLACE& place, std::optional<Value>& value) {
         value.reset();
         if (!json.is_null()) {
             Take(json, place, value.emplace());
         }
     }
-    static void Take(Element json, const RECORD_PLACE& place, VERDICT& value) {
+    static void Take(Element json, const ELEMENT_PLACE& place, VERDICT& value) {
         static const char EXPECTED[] = "passed, failed, error, aborted or unfinished";
         const auto verdict = VerdictOfName(As<std::string_view>(json, place, EXPECTED));
         if (!verdict) {
@@ -134,10 +134,10 @@ class RecordReading {
         value = *verdict;
     }
     /// The fields of a record: nothing in them is deeper than a list.
-    static void Take(Element json, const RECORD_PLACE& place, Json& value) {
+    static void Take(Element json, const ELEMENT_PLACE& place, Json& value) {
         value = Json::object();
         for (const auto [name, field] : As<simdjson::dom::object>(json, place, "an object")) {
-            const RECORD_PLACE within{&place, name, 0};
+            const ELEMENT_PLACE within{&place, name, 0};
             Json& taken = value[std::string(name)];
             simdjson::dom::array list;
             if (field.get(list) != simdjson::SUCCESS) {
@@ -150,7 +150,7 @@ class RecordReading {
             }
         }
     }
-    static Json Primitive(Element json, const RECORD_PLACE& place) {
+    static Json Primitive(Element json, const ELEMENT_PLACE& place) {
         switch (json.type()) {
             case simdjson::dom::element_type::ARRAY:
             case simdjson::dom::element_type::OBJECT:
@@ -170,16 +170,16 @@ class RecordReading {
         }
     }
     static void Take(
-        Element json, const RECORD_PLACE& place,
+        Element json, const ELEMENT_PLACE& place,
         std::vector<std::pair<std::string, std::string>>& values) {
         for (const auto [name, text] : As<simdjson::dom::object>(json, place, "an object")) {
-            const RECORD_PLACE within{&place, name, 0};
+            const ELEMENT_PLACE within{&place, name, 0};
             Take(text, within, values.emplace_back(name, "").second);
         }
     }
     template <class Value>
-    static void Take(Element json, const RECORD_PLACE& place, std::vector<Value>& values) {
-        RECORD_PLACE element{&place, {}, 0};
+    static void Take(Element json, const ELEMENT_PLACE& place, std::vector<Value>& values) {
+        ELEMENT_PLACE element{&place, {}, 0};
         const auto list = As<simdjson::dom::array>(json, place, "a list");
         values.reserve(list.size());
         for (const auto each : list) {
@@ -189,11 +189,11 @@ class RecordReading {
     }
     template <class Record>
     requires std::is_class_v<Record>
-    static void Take(Element json, const RECORD_PLACE& place, Record& record) {
+    static void Take(Element json, const ELEMENT_PLACE& place, Record& record) {
         const RecordReading reading(As<simdjson::dom::object>(json, place, "an object"), place);
         Describe(reading, record);
     }
 
     simdjson::dom::object m_Object;
-    const RECORD_PLACE& m_Place;
+    const ELEMENT_PLACE& m_Place;
 };

@@ -48,7 +48,7 @@ std::string ReadRecordText(const std::string& path) {
 
 RUN_RECORD ParseRunRecord(const std::string& path, const std::string& text) {
     simdjson::dom::parser parser;
-    const RECORD_PLACE place{nullptr, path, 0};
+    const ELEMENT_PLACE place{nullptr, path, 0};
     const RecordReading reading(ParseObject(parser, path, text), place);
     std::int64_t format = 0;
     reading("format", format);

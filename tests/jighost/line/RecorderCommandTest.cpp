@@ -107,7 +107,8 @@ TEST_F(RecorderCommandTest, StatusOfHostileRecordingsIsBounded) {
         EXPECT_EQ(run.exitCode, exitCode);
         EXPECT_THAT(run.output + run.errors, HasSubstr(told));
     };
-    const std::string most(16'000'000, 'x');
+    std::string most;
+    most.resize(16'000'000, 'x');
     expect("{\"started\":7}\r\n" + most + "\n" + most, 0, "\nrecordings  1 file, 32.0 MB\n");
     expect("{}\n{\"entry\":\"gap\",\"entries\":\"x\"}\n", 5, "0 entries missing in 1 place");
     for (const char* pszAhead : {"", "{}\n"}) {
