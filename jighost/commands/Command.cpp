@@ -5,6 +5,11 @@
 
 #include "jighost/text/HostError.h"
 
+/// What a script's empty variable leaves is not to pass for an option that is not there.
+static std::string ExpectValue(const std::string& value) {
+    return value.empty() ? "expected a value, got none" : "";
+}
+
 Command Command::AddCommand(const std::string& name, const std::string& description) {
     return Command(*m_pApp->add_subcommand(name, description));
 }
@@ -37,7 +42,7 @@ void Command::AddOptionalArgument(
 void Command::AddOption(
     const std::string& name, std::string& value, const std::string& text,
     const std::string& valueName) {
-    m_pApp->add_option(name, value, text)->type_name(valueName);
+    m_pApp->add_option(name, value, text)->type_name(valueName)->check(ExpectValue);
 }
 
 void Command::AddRest(

@@ -99,6 +99,10 @@ static EXIT_CODE Import(const std::string& place, const std::vector<std::string>
         ImportRecords(*pDatabase, records, [](const std::string& text) { Complain(text); });
     std::cout << CountText(counts.imported, "record") << " imported, " << counts.known
               << " known before, " << counts.spoilt << " spoilt\n";
+    const std::size_t left = records.size() - counts.imported - counts.known - counts.spoilt;
+    if (left > 0) {
+        Complain("interrupted: " + CountText(left, "file") + " not read");
+    }
     return counts.spoilt == 0 ? EXIT_OK : EXIT_UNEXPECTED;
 }
 

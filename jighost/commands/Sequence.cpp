@@ -137,13 +137,23 @@ static PLANNED_RUN Plan(
 
 /// Throws EXIT_WRONG_USE if a run would replace the file of another one.
 static void CheckOwnFile(
-    std::set<std::string>& paths, const std::string& path, const std::string& option) {
-    if (!path.empty() && !paths.insert(path).second) {
+    const std::set<std::string>& paths, const std::string& path, const std::string& option) {
+    if (!path.empty() && paths.contains(path)) {
         throw HostError(
             EXIT_WRONG_USE, option + ' ' + path +
                                 ": expected a file of its own for each row of "
                                 "--table, by ${NAME} of a parameter in the path");
     }
+}
+
+/// Takes the files of this run to those of the runs before.
+static void CheckOwnFiles(std::set<std::string>& paths, const PLANNED_RUN& planned) {
+    CheckOwnFile(paths, planned.record.path, "--record");
+    CheckOwnFile(paths, planned.reports.page, "--report");
+    CheckOwnFile(paths, planned.reports.results, "--junit");
+    CheckOwnFile(paths, planned.tracePath, "--trace");
+    paths.insert(
+        {planned.record.path, planned.reports.page, planned.reports.results, planned.tracePath});
 }
 
 /// All of it is checked ahead of the first step.
@@ -162,10 +172,11 @@ static std::vector<PLANNED_RUN> PlanRuns(
             if (!options.bCheck || !options.answersPath.empty()) {
                 answers.Check(sequence, range);
             }
-            CheckOwnFile(paths, runs.back().record.path, "--record");
-            CheckOwnFile(paths, runs.back().reports.page, "--report");
-            CheckOwnFile(paths, runs.back().reports.results, "--junit");
-            CheckOwnFile(paths, runs.back().tracePath, "--trace");
+            CheckOwnFiles(paths, runs.back());
+            if (!options.bCheck) {
+                const RecordFile check(runs.back().record);
+                CheckReportsWritable(runs.back().reports);
+            }
         };
         mistakes.Gather(plan, values.place.empty() ? "" : " (" + values.place + ')');
     }
@@ -290,7 +301,6 @@ static EXIT_CODE RunOnce(
     const SESSION_OPTIONS ofSession = SessionOptions(host, options, sequence, range, planned);
     Session session(ofSession);
     RequireSteps(session, sequence);
-    CheckReportsWritable(planned.reports);
     SequenceRecord record(planned.record);
     RUN_RECORD head = RecordHead(sequence, range);
     if (IsRecordWanted(host, options)) {
@@ -312,12 +322,28 @@ static EXIT_CODE RunOnce(
         exitCode, bSessionWritten && bRecordWritten && bPageWritten && bResultsWritten);
 }
 
+/// A run that can't begin ends those behind it too.
+static EXIT_CODE RunOrComplain(
+    const HOST& host, const SEQUENCE_OPTIONS& options, const SEQUENCE& sequence,
+    const PLANNED_RUN& planned, bool& bBegun) {
+    EXIT_CODE exitCode = EXIT_HOST_ERROR;
+    try {
+        exitCode = RunOnce(host, options, sequence, planned);
+    } catch (const HostError& e) {
+        Complain(e);
+        bBegun = false;
+        exitCode = e.exitCode;
+    }
+    return exitCode;
+}
+
 static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options) {
     const SequenceFile file(*options.path);
     EXIT_CODE exitCode = EXIT_OK;
+    bool bBegun = true;
     for (const PLANNED_RUN& planned : PlanRuns(host, options, file, AskValue)) {
         const std::string& place = planned.values.place;
-        if (IsInterrupted()) {
+        if (IsInterrupted() || !bBegun) {
             Complain("not run: " + place);
             continue;
         }
@@ -325,7 +351,7 @@ static EXIT_CODE RunFile(const HOST& host, const SEQUENCE_OPTIONS& options) {
         if (!host.bJson && !place.empty()) {
             ShowValues(place, sequence);
         }
-        const EXIT_CODE ofRun = RunOnce(host, options, sequence, planned);
+        const EXIT_CODE ofRun = RunOrComplain(host, options, sequence, planned, bBegun);
         exitCode = exitCode == EXIT_OK ? ofRun : exitCode;
     }
     return exitCode;

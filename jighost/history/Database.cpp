@@ -6,10 +6,12 @@
 #include <cctype>
 #include <charconv>
 #include <deque>
+#include <filesystem>
 #include <functional>
 
 #include "jighost/history/ServerAddress.h"
 #include "jighost/text/HostError.h"
+#include "platform/Utf8Path.h"
 
 struct Database::CONNECTION {
     soci::session session;
@@ -61,7 +63,8 @@ static std::string FileAddress(const std::string& path) {
 // brings along would have each jighost start later.
 
 static void OpenFile(soci::session& session, const std::string& path) {
-    session.open("sqlite3", FileAddress(path));
+    // Whole: what SQLite makes of other words, such as ":memory:", keeps nothing.
+    session.open("sqlite3", FileAddress(TextOf(std::filesystem::absolute(PathOf(path)))));
     session << WAIT_FOR_WRITERS;
     session << "PRAGMA trusted_schema = OFF";  // the file may be anybody's
 }

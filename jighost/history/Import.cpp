@@ -68,23 +68,39 @@ class Quantities {
 
 // --- One batch ---
 
-/// Those of the batch that are in the history, and whether their runs were unfinished.
-static std::map<std::string, bool> KnownNumbers(Database& database, const RECORD_BATCH& batch) {
+/// What is kept of a run that another record may tell more of.
+struct KNOWN_RUN {
+    bool bUnfinished;
+    std::int64_t steps;
+
+    bool IsOlderThan(const RUN_RECORD& record) const {
+        return bUnfinished && (record.verdict != VERDICT::UNFINISHED || steps < Steps(record));
+    }
+    static std::int64_t Steps(const RUN_RECORD& record) {
+        return static_cast<std::int64_t>(record.steps.size());
+    }
+};
+
+/// Those of the batch that are in the history.
+static std::map<std::string, KNOWN_RUN> KnownNumbers(
+    Database& database, const RECORD_BATCH& batch) {
     Json numbers = Json::array();
     for (const FILED_RECORD& filed : batch.records) {
         numbers.push_back(filed.record.number);
     }
-    std::map<std::string, bool> known;
+    std::map<std::string, KNOWN_RUN> known;
     std::string number;
     std::string outcome;
+    std::int64_t nSteps = 0;
     Query query(
         database,
-        std::string("SELECT number, outcome FROM run WHERE number IN (") +
+        std::string("SELECT number, outcome, (SELECT COUNT(*) FROM step WHERE step.run = run.id) "
+                    "FROM run WHERE number IN (") +
             (database.IsServer() ? "SELECT json_array_elements_text(CAST(:numbers AS json)))"
                                  : "SELECT value FROM json_each(:numbers))"));
-    query.With("numbers", numbers.dump()).Into(number).Into(outcome);
+    query.With("numbers", numbers.dump()).Into(number).Into(outcome).Into(nSteps);
     while (query.Next()) {
-        known[number] = outcome == VerdictName(VERDICT::UNFINISHED);
+        known[number] = {outcome == VerdictName(VERDICT::UNFINISHED), nSteps};
     }
     return known;
 }
@@ -101,20 +117,19 @@ static void Remove(Database& database, const std::string& number) {
 
 /// Those that tell what the history does not have; what they replace is removed from it.
 static std::vector<FILED_RECORD*> ChooseNew(Database& database, RECORD_BATCH& batch) {
-    std::map<std::string, bool> known = KnownNumbers(database, batch);
+    std::map<std::string, KNOWN_RUN> known = KnownNumbers(database, batch);
     std::vector<FILED_RECORD*> chosen;
     for (FILED_RECORD& filed : batch.records) {
-        const std::string& number = filed.record.number;
-        const bool bUnfinished = filed.record.verdict == VERDICT::UNFINISHED;
-        const auto [found, bNew] = known.try_emplace(number, bUnfinished);
-        if (!bNew && (!found->second || bUnfinished)) {
+        const RUN_RECORD& record = filed.record;
+        const auto found = known.find(record.number);
+        if (found != known.end() && !found->second.IsOlderThan(record)) {
             continue;
         }
-        if (!bNew) {
-            Remove(database, number);
-            std::erase_if(chosen, [&](const auto* p) { return p->record.number == number; });
-            found->second = false;
+        if (found != known.end()) {
+            Remove(database, record.number);
+            std::erase_if(chosen, [&](const auto* p) { return p->record.number == record.number; });
         }
+        known[record.number] = {record.verdict == VERDICT::UNFINISHED, KNOWN_RUN::Steps(record)};
         chosen.push_back(&filed);
     }
     return chosen;

@@ -36,6 +36,9 @@ static RECORDED_MEASUREMENT FormerMeasurement(const RecordReading& reading) {
     reading("max", measurement.max);
     reading("pattern", measurement.pattern);
     reading("outcome", outcome);
+    if (outcome != "passed" && outcome != "failed" && outcome != "not judged") {
+        reading.Refuse("outcome", "passed, failed or not judged");
+    }
     measurement.bJudged = outcome != "not judged";
     measurement.bWithin = outcome != "failed";
     if (reading.IsText("value")) {

@@ -133,11 +133,15 @@ class RecordReading {
         }
         value = *verdict;
     }
-    /// The fields of a record: nothing in them is deeper than a list.
+    /// The fields of a record: nothing in them is deeper than a list, and no form has as many.
+    static constexpr std::size_t MOST_FIELDS = 1000;
     static void Take(Element json, const ELEMENT_PLACE& place, Json& value) {
         value = Json::object();
         for (const auto [name, field] : As<simdjson::dom::object>(json, place, "an object")) {
             const ELEMENT_PLACE within{&place, name, 0};
+            if (value.size() == MOST_FIELDS) {
+                RefuseAt(place, "at most " + std::to_string(MOST_FIELDS) + " fields");
+            }
             Json& taken = value[std::string(name)];
             simdjson::dom::array list;
             if (field.get(list) != simdjson::SUCCESS) {

@@ -2,6 +2,7 @@
 #include "jighost/records/RunRecordReader.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "jighost/records/FormerRecord.h"
 #include "jighost/records/RecordReading.h"
@@ -24,14 +25,28 @@ static std::string JoinLines(std::string_view text) {
     return head.starts_with('{') ? "{\"steps\":[" + steps + "]," + std::string(head.substr(1)) : "";
 }
 
-static simdjson::dom::object ParseObject(
-    simdjson::dom::parser& parser, const std::string& path, const std::string& text) {
+/// Nothing for what is no object.
+static std::optional<simdjson::dom::object> ParseObject(
+    simdjson::dom::parser& parser, const std::string& text) {
     simdjson::dom::object object;
-    if (parser.parse(text).get(object) != simdjson::SUCCESS &&
-        parser.parse(JoinLines(text)).get(object) != simdjson::SUCCESS) {
-        throw HostError(EXIT_WRONG_USE, path + ": expected the record of a sequence's run");
+    return parser.parse(text).get(object) == simdjson::SUCCESS ? std::optional(object)
+                                                               : std::nullopt;
+}
+
+static RUN_RECORD ReadObject(
+    const std::string& path, simdjson::dom::object object, const std::string& text) {
+    const ELEMENT_PLACE place{nullptr, path, 0};
+    const RecordReading reading(object, place);
+    std::int64_t format = 0;
+    reading("format", format);
+    if (format < 1 || format > RECORD_FORMAT) {
+        reading.Refuse("format", "1 or 2");
     }
-    return object;
+    return format == 1 ? ReadFormerRecord(reading, text) : reading.As<RUN_RECORD>();
+}
+
+static bool HasPassed(const RECORDED_STEP& step) {
+    return step.verdict == VERDICT::PASSED;
 }
 
 RUN_RECORD ReadRunRecord(const std::string& path) {
@@ -48,12 +63,19 @@ std::string ReadRecordText(const std::string& path) {
 
 RUN_RECORD ParseRunRecord(const std::string& path, const std::string& text) {
     simdjson::dom::parser parser;
-    const ELEMENT_PLACE place{nullptr, path, 0};
-    const RecordReading reading(ParseObject(parser, path, text), place);
-    std::int64_t format = 0;
-    reading("format", format);
-    if (format < 1 || format > RECORD_FORMAT) {
-        reading.Refuse("format", "1 or 2");
+    const auto whole = ParseObject(parser, text);
+    const auto object = whole ? whole : ParseObject(parser, JoinLines(text));
+    if (!object) {
+        throw HostError(EXIT_WRONG_USE, path + ": expected the record of a sequence's run");
     }
-    return format == 1 ? ReadFormerRecord(reading, text) : reading.As<RUN_RECORD>();
+    RUN_RECORD record = ReadObject(path, *object, text);
+    // What stands behind the end of one that is whole is no step of it.
+    if (!whole && record.verdict != VERDICT::UNFINISHED) {
+        throw HostError(EXIT_WRONG_USE, path + ": expected nothing behind the record's end");
+    }
+    if (record.verdict == VERDICT::PASSED &&
+        !std::all_of(record.steps.begin(), record.steps.end(), HasPassed)) {
+        throw HostError(EXIT_WRONG_USE, path + ": outcome: expected that of its steps");
+    }
+    return record;
 }

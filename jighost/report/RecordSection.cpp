@@ -25,7 +25,7 @@ static std::string EndText(const RUN_RECORD& record) {
         case VERDICT::PASSED:
             return "";
         case VERDICT::ABORTED:
-            return record.problem.empty() ? "a signal ended the run" : record.problem;
+            return "a signal ended the run";
         case VERDICT::UNFINISHED:
             return "nothing was told of the run's end; all steps that ended are there";
         default:
@@ -99,7 +99,7 @@ static Markup Alert(const RUN_RECORD& record, const std::string& id) {
         return alert;
     }
     alert << R"(<div class="alert )"_tag << VerdictName(record.verdict) << "\">\n"_tag << steps;
-    if (!bStep || record.verdict == VERDICT::UNFINISHED) {
+    if (!bStep || record.verdict == VERDICT::ABORTED || record.verdict == VERDICT::UNFINISHED) {
         alert << R"(<p class="problem">)"_tag << EndText(record) << "</p>\n"_tag;
     }
     alert << "</div>\n"_tag;

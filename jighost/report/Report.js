@@ -13,7 +13,7 @@ function reveal(id) {
 }
 
 function revealAddressed() {
-    const id = decodeURIComponent(location.hash.slice(1));
+    const id = location.hash.slice(1);
     reveal(id);
     document.getElementById(id)?.scrollIntoView();
 }

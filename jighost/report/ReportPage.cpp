@@ -11,7 +11,10 @@
 
 void ReportPage::Add(const RUN_RECORD& record) {
     const auto found = m_Runs.find(record.number);
-    if (found == m_Runs.end() || found->second.verdict == VERDICT::UNFINISHED) {
+    const bool bOlder =
+        found != m_Runs.end() && found->second.verdict == VERDICT::UNFINISHED &&
+        (record.verdict != VERDICT::UNFINISHED || found->second.steps < record.steps.size());
+    if (found == m_Runs.end() || bOlder) {
         m_Runs.insert_or_assign(record.number, ReportedRun(record));
     }
 }

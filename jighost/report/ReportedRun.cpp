@@ -11,7 +11,8 @@ static std::vector<REPORTED_VALUE> ReportedValues(const RUN_RECORD& record) {
         for (const RECORDED_MEASUREMENT& each : step.measurements) {
             if (each.number) {
                 values.push_back(
-                    {each.name, each.unit, *each.number, each.min, each.max, each.bWithin});
+                    {step.number, each.name, each.unit, *each.number, each.min, each.max,
+                     each.bWithin});
             }
         }
     }
@@ -37,6 +38,7 @@ REPORTED_RUN ReportedRun(const RUN_RECORD& record) {
         .timeMs = record.timeMs,
         .verdict = record.verdict,
         .problem = ProblemText(record),
+        .steps = record.steps.size(),
         .values = ReportedValues(record),
         .heading = RecordHeading(record),
         .body = RecordBody(record, place),

@@ -10,6 +10,7 @@
 
 /// A measurement that is a number.
 struct REPORTED_VALUE {
+    std::uint64_t step = 0;  ///< its number
     std::string name;
     std::string unit;
     double number = 0;
@@ -30,6 +31,7 @@ struct REPORTED_RUN {
     double timeMs = 0;
     VERDICT verdict = VERDICT::UNFINISHED;
     std::string problem;
+    std::size_t steps = 0;
     std::vector<REPORTED_VALUE> values;
     Markup heading;
     Markup body;

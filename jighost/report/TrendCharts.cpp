@@ -95,20 +95,20 @@ class TrendChart {
     double m_High = -HUGE_VAL;
 };
 
-/// Sequence, measurement, unit.
-using TrendName = std::tuple<std::string, std::string, std::string>;
+/// Sequence, number of the step, measurement, unit.
+using TrendName = std::tuple<std::string, std::uint64_t, std::string, std::string>;
 
 }  // namespace
 
 static Markup Figure(const TrendName& name, const std::vector<POINT>& points) {
-    const auto& [sequence, measurement, unit] = name;
+    const auto& [sequence, step, measurement, unit] = name;
     const auto failed = std::count_if(
         points.begin(), points.end(), [](const POINT& point) { return !point.value->bWithin; });
     const TrendChart chart(points);
     Markup figure;
     figure << "<figure><figcaption><b>"_tag << measurement << (unit.empty() ? "" : ", ") << unit
-           << "</b> "_tag << sequence << R"(<span class="note">)"_tag << points.size()
-           << (points.size() == 1 ? " value" : " values")
+           << "</b> "_tag << sequence << ", step " << step << R"(<span class="note">)"_tag
+           << points.size() << (points.size() == 1 ? " value" : " values")
            << (failed > 0 ? R"(, <b class="failed">)"_tag : ", "_tag) << failed << " outside"
            << (failed > 0 ? "</b>"_tag : ""_tag)
            << R"(</span></figcaption><div class="plot"><span class="scale"><span>)"_tag
@@ -122,7 +122,7 @@ Markup TrendCharts(const ReportedRuns& runs) {
     std::map<TrendName, std::vector<POINT>> trends;
     for (const REPORTED_RUN* pRun : runs) {
         for (const REPORTED_VALUE& value : pRun->values) {
-            trends[{pRun->sequence, value.name, value.unit}].push_back({pRun, &value});
+            trends[{pRun->sequence, value.step, value.name, value.unit}].push_back({pRun, &value});
         }
     }
     Markup charts;

@@ -2,6 +2,7 @@
 #include "jighost/sequence/SequenceRun.h"
 
 #include <memory>
+#include <thread>
 
 #include "frame/Result.h"
 #include "jighost/operations/ResultName.h"
@@ -104,11 +105,23 @@ class StepRunner {
         return outcome.exitCode == EXIT_OK || step.bContinue;
     }
 
+    /// From now on a signal ends no step: a body is not to stay in factory mode for want of a
+    /// retry.
+    void BeginAlways() { m_bAlways = true; }
+
     /// Of the first problem so far.
     EXIT_CODE ExitCode() const { return m_ExitCode; }
 
   private:
     using Milliseconds = std::chrono::duration<double, std::milli>;
+
+    bool PassesAheadOfRetry(const STEP& step) const {
+        if (!m_bAlways) {
+            return PassesWithoutInterrupt(step.pause);
+        }
+        std::this_thread::sleep_for(step.pause);
+        return true;
+    }
 
     double Now() const { return Milliseconds(std::chrono::steady_clock::now() - m_Start).count(); }
 
@@ -132,7 +145,7 @@ class StepRunner {
             EndAttempt(outcome);
             Judge(outcome);
         } while (outcome.exitCode != EXIT_OK && outcome.attempts.size() <= step.retries &&
-                 PassesWithoutInterrupt(step.pause));
+                 PassesAheadOfRetry(step));
     }
 
     void BeginAttempt(STEP_OUTCOME& outcome, const RecordBytes& record) {
@@ -167,6 +180,7 @@ class StepRunner {
         outcome.problem = std::string(step.info->name) + " has not returned within " +
                           std::to_string(step.timeLimit.count()) + " ms, " +
                           (call.empty() ? "in no link call" : "in the link call " + call);
+        outcome.measurements.clear();  // of the attempt before
         outcome.attempts.back().calls = m_pCalls->Calls();
         outcome.timeMs = Now() - outcome.startMs;
         outcome.attempts.back().timeMs = Now() - outcome.attempts.back().startMs;
@@ -178,6 +192,7 @@ class StepRunner {
     // The session watches longer than this lasts.
     std::shared_ptr<AttemptCalls> m_pCalls;
     EXIT_CODE m_ExitCode = EXIT_OK;
+    bool m_bAlways = false;  // the steps behind the others
     std::chrono::steady_clock::time_point m_Start = std::chrono::steady_clock::now();
 };
 
@@ -190,6 +205,7 @@ static void RunSteps(StepRunner& runner, const SEQUENCE& sequence, const STEP_RA
             break;
         }
     }
+    runner.BeginAlways();
     std::size_t number = steps.size();
     for (const STEP& step : sequence.always) {
         PassesWithoutInterrupt(step.wait);

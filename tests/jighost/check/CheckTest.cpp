@@ -130,7 +130,10 @@ TEST(JighostDoctorTest, EachReasonNotToServeIsNamed) {
                                  : "failed +loads +libNOTHERE.so is missing: ");
     std::filesystem::remove("JigDll.log");
     MakeIrregular("JigDll.log");
-    expect("", "failed +log file +.*JigDll.log is no regular file");
+    const JIGHOST_RUN own = RunJighost({"doctor"});
+    EXPECT_EQ(own.exitCode, 3);
+    EXPECT_THAT(own.output, ContainsRegex("failed +log file +.*JigDll.log is no regular file"));
+    EXPECT_EQ(RunJighost({"doctor", ""}).exitCode, 2) << "a script's variable that is empty";
 }
 
 TEST(JighostDoctorTest, ModuleThatDoesHarmIsToldAndEndsNobodyElse) {

@@ -48,6 +48,14 @@ TEST_F(RunRecordTest, KilledRunHasTheStepsThatEnded) {
         ASSERT_EQ(read.steps.size(), 1U) << cut;
         EXPECT_EQ(RecordedStepJson(read.steps[0]), RecordedStepJson(SampleStep()));
     }
+    // Behind the end of a run nothing is a step of it, and none that went wrong is one that passed.
+    record.verdict = VERDICT::FAILED;
+    WriteFile("record.json", JsonText(RunRecordJson(record), ON_ONE_LINE) + "\n" + step);
+    EXPECT_THAT(Problem(), HasSubstr("record.json: expected nothing behind the record's end"));
+    record.verdict = VERDICT::PASSED;
+    record.steps = {SampleStep()};
+    WriteFile("record.json", JsonText(RunRecordJson(record)));
+    EXPECT_THAT(Problem(), HasSubstr("record.json: outcome: expected that of its steps"));
     WriteFile("record.json", head + step + step);
     EXPECT_EQ(ReadRunRecord("record.json").steps.size(), 2U);
 }

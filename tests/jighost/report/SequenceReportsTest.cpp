@@ -30,10 +30,14 @@ TEST_F(JighostTest, ReportsTellWhatTheRunCameTo) {
         EXPECT_EQ(RunLine(lot + ' ' + option + " nowhere/${owner}").exitCode, 2);
     }
     EXPECT_FALSE(std::filesystem::exists("page"));
+    // Nothing runs on the first body if the second one's page can't be written.
+    std::filesystem::create_directory("Desk");
+    EXPECT_EQ(RunLine(lot + " --report ${owner}/now.html").exitCode, 2);
+    EXPECT_FALSE(std::filesystem::exists("Desk/now.html"));
     const std::string one = "sequence steps.yaml --body body.yaml --set owner=Desk";
     EXPECT_THAT(
         RunLine(one + " --report page --junit page").errors,
-        HasSubstr("--junit page: expected a file of its own"));
+        HasSubstr("--junit page is the same file as --report"));
 }
 
 }  // namespace

@@ -39,12 +39,22 @@ TEST_P(HistoryTest, SpoiltRecordsAreLeftOutAndNoneIsTakenTwice) {
     EXPECT_EQ(Import("2.json"), "0 records imported, 1 known before, 0 spoilt\n");
     EXPECT_EQ(Output("list")["runs"].size(), 2U);
     EXPECT_EQ(Run("import").exitCode, 2);
+    EXPECT_THAT(
+        RunJighost({"history", "list", "--serial", ""}).errors,
+        HasSubstr("--serial: expected a value, got none"));
 }
 
 TEST_P(HistoryTest, UnfinishedRunGivesWayToItsEnd) {
     WriteRecord("early.json", SampleRun(1, 7, VERDICT::UNFINISHED, 1));
     WriteRecord("late.json", SampleRun(1, 7, VERDICT::FAILED, 3));
     EXPECT_EQ(Import("early.json"), "1 record imported, 0 known before, 0 spoilt\n");
+    RUN_RECORD middle = SampleRun(1, 7, VERDICT::UNFINISHED, 1);
+    middle.steps.push_back(middle.steps[0]);
+    middle.steps[1].number += 1;
+    WriteRecord("middle.json", middle);
+    EXPECT_EQ(Import("middle.json"), "1 record imported, 0 known before, 0 spoilt\n");
+    EXPECT_EQ(Import("early.json"), "0 records imported, 1 known before, 0 spoilt\n");
+    EXPECT_EQ(Output("show " + SampleNumber(1))["steps"].size(), 2U);
     EXPECT_EQ(Import("early.json late.json"), "1 record imported, 1 known before, 0 spoilt\n");
     EXPECT_EQ(Import("early.json"), "0 records imported, 1 known before, 0 spoilt\n");
     const Json run = Output("show " + SampleNumber(1));

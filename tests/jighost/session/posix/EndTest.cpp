@@ -68,8 +68,10 @@ TEST_F(JighostTest, SignalEndsAPauseAndLeavesFactoryMode) {
         WriteFile("JigDll.log", "");
         WriteFile(
             "waits.yaml", "format: 2\nsteps:\n  - operation: EnterFactoryMode\n" + pause +
-                              "always:\n  - operation: ExitFactoryMode\n");
-        Process jighost(JighostFile(), {"sequence", "waits.yaml"});
+                              "always:\n"
+                              "  - {operation: ExitFactoryMode, on_unexpected: retry 1}\n");
+        Process jighost(
+            JighostFile(), {"sequence", "waits.yaml", "--fault", "ExitFactoryMode:1@1=0x2001"});
         EXPECT_THAT(jighost.ReadLine().value_or(""), HasSubstr("EnterFactoryMode"));
         EXPECT_EQ(kill(jighost.Id(), SIGTERM), 0);
         while (const auto line = jighost.ReadLine()) {
