@@ -146,6 +146,13 @@ static void CheckOwnFile(
     }
 }
 
+/// Ahead of whatever may keep a run from its end: a build server would read the former one's.
+static void ReplaceFormer(const SEQUENCE_OPTIONS& options, const REPORT_PATHS& reports) {
+    if (options.path && !options.bCheck) {
+        ReplaceFormerReports(reports, RecordWithoutEnd(*options.path, options.place));
+    }
+}
+
 /// Takes the files of this run to those of the runs before.
 static void CheckOwnFiles(std::set<std::string>& paths, const PLANNED_RUN& planned) {
     CheckOwnFile(paths, planned.record.path, "--record");
@@ -167,6 +174,7 @@ static std::vector<PLANNED_RUN> PlanRuns(
     for (const RUN_VALUES& values : CollectValues(file.Parameters(), options.given, ask)) {
         const auto plan = [&] {
             runs.push_back(Plan(host, options, values));
+            ReplaceFormer(options, runs.back().reports);
             const SEQUENCE sequence = file.Read(values.values);
             const STEP_RANGE range = FindRange(sequence, options.from, options.until);
             if (!options.bCheck || !options.answersPath.empty()) {
@@ -369,6 +377,7 @@ static EXIT_CODE WriteFromTrace(const std::string& path) {
 }
 
 static EXIT_CODE RunOrWrite(const HOST& host, const SEQUENCE_OPTIONS& options) {
+    ReplaceFormer(options, options.reports);  // as far as their paths are known without values
     if (options.tracePath.empty() != options.path.has_value()) {
         throw HostError(EXIT_WRONG_USE, "expected a sequence's file, or --from-trace and no file");
     }

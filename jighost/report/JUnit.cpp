@@ -24,9 +24,9 @@ class TestSuite {
         AddSkipped();
         AddEnd();
         Markup suite;
-        suite << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites>\n<testsuite name=\""_tag
-              << m_Record.sequence << R"(" tests=")"_tag << m_Tests << R"(" failures=")"_tag
-              << m_Failures << R"(" errors=")"_tag << m_Errors << R"(" skipped=")"_tag << m_Skipped
+        suite << TAG{RESULTS_BEGIN} << "<testsuites>\n<testsuite name=\""_tag << m_Record.sequence
+              << R"(" tests=")"_tag << m_Tests << R"(" failures=")"_tag << m_Failures
+              << R"(" errors=")"_tag << m_Errors << R"(" skipped=")"_tag << m_Skipped
               << R"(" time=")"_tag << SecondsText(m_Record.timeMs) << R"(" timestamp=")"_tag
               << m_Record.started << R"(" hostname=")"_tag << m_Record.station << "\">\n"_tag
               << Properties() << m_Cases << "</testsuite>\n</testsuites>\n"_tag;

@@ -41,7 +41,8 @@ static std::string PolicySource(std::string_view text) {
 
 static Markup Head(const std::string& title) {
     Markup head;
-    head << "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+    head << TAG{PAGE_BEGIN}
+         << "<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
             "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; "
             "base-uri 'none'; form-action 'none'; style-src "_tag
          << TAG{PolicySource(PAGE_STYLE)} << "; script-src "_tag << TAG{PolicySource(PAGE_SCRIPT)}

@@ -6,8 +6,12 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 
 #include "jighost/report/ReportedRun.h"
+
+/// Of each page.
+constexpr std::string_view PAGE_BEGIN = "<!DOCTYPE html>\n";
 
 class ReportPage {
   public:

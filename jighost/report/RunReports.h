@@ -22,6 +22,11 @@ struct REPORT_PATHS {
 /// Of both files.
 void CheckReportsWritable(const REPORT_PATHS& paths);
 
+/// Puts the record into the place of former runs' reports, so that nobody takes them for those of a
+/// run that does not come to its end. A file that is no report stays. Throws EXIT_WRONG_USE for one
+/// that can't be written.
+void ReplaceFormerReports(const REPORT_PATHS& paths, const RUN_RECORD& record);
+
 // Each writes its file of a run of this program, if anybody wants it.
 void WriteRunPage(const REPORT_PATHS& paths, const RUN_RECORD& record);
 void WriteRunResults(const REPORT_PATHS& paths, const RUN_RECORD& record);

@@ -29,6 +29,19 @@ static std::string StartText(std::int64_t milliseconds) {
     return std::string(szDay) + szRest;
 }
 
+static void TakeMoment(RUN_RECORD& record) {
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    record.startedAt = std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
+    record.started = StartText(record.startedAt);
+}
+
+static void TakePlace(RUN_RECORD& record, const RUN_PLACE& place) {
+    record.number = NewRecordNumber();
+    record.jighost = VersionWithCommit();
+    record.station = place.station.empty() ? MachineName() : place.station;
+    record.operatorName = place.operatorName.empty() ? UserName() : place.operatorName;
+}
+
 static RECORDED_FILE RecordedLibrary(const std::filesystem::path& path) {
     const Recorder::LIBRARY_FACTS facts = Recorder::ReadLibraryFacts(path);
     return {TextOf(path), facts.version, facts.hash};
@@ -53,15 +66,21 @@ RUN_RECORD RecordHead(const SEQUENCE& sequence, const STEP_RANGE& range) {
 
 void CompleteHead(
     RUN_RECORD& record, Session& session, const SESSION_OPTIONS& options, const RUN_PLACE& place) {
-    record.number = NewRecordNumber();
-    record.jighost = VersionWithCommit();
-    record.station = place.station.empty() ? MachineName() : place.station;
-    record.operatorName = place.operatorName.empty() ? UserName() : place.operatorName;
+    TakePlace(record, place);
     record.module = RecordedLibrary(PathOf(FullModulePath(options.modulePath)));
     record.link = RecordedLibrary(LinkFile(options));
     record.faults = options.faults;
     ReadBody(session, record);
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    record.startedAt = std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
-    record.started = StartText(record.startedAt);
+    TakeMoment(record);
+}
+
+RUN_RECORD RecordWithoutEnd(const std::string& sequence, const RUN_PLACE& place) {
+    RUN_RECORD record;
+    TakePlace(record, place);
+    TakeMoment(record);
+    record.sequence = sequence;
+    record.range.first = 1;  // up to none
+    record.verdict = VERDICT::OPERATION_FAILED;
+    record.problem = "the run has not come to its end";
+    return record;
 }

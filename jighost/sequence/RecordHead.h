@@ -18,3 +18,6 @@ RUN_RECORD RecordHead(const SEQUENCE& sequence, const STEP_RANGE& range);
 /// session is set up by the options.
 void CompleteHead(
     RUN_RECORD& record, Session& session, const SESSION_OPTIONS& options, const RUN_PLACE& place);
+
+/// Of a run of which nobody knows yet whether it comes to its end; for reports alone.
+RUN_RECORD RecordWithoutEnd(const std::string& sequence, const RUN_PLACE& place);

@@ -40,4 +40,35 @@ TEST_F(JighostTest, ReportsTellWhatTheRunCameTo) {
         HasSubstr("--junit page is the same file as --report"));
 }
 
+TEST_F(JighostTest, RunThatCannotBeginLeavesNoFormerReportAsItsOwn) {
+    const std::string text =
+        "format: 2\nparameters: {unit: {type: characters}}\n"
+        "steps:\n  - {operation: GetOwnerName, name: \"${unit}\"}\n";
+    WriteFile("good.yaml", text);
+    WriteFile("bad.yaml", text + "  - operation: Nothing\n");
+    const std::string plain = "good.yaml --set unit=a --junit run.xml --report run.html ";
+    const std::string named = "good.yaml --set unit=run --junit ${unit}.xml --report ${unit}.html ";
+    const std::pair<std::string, int> cases[] = {
+        {plain + "--module nowhere", 3},
+        {named + "--body nowhere", 2},
+        {named + "--fault GetOwnerName", 2},
+        {plain + "--set other=b", 2},
+        {plain + "--record run.json --records .", 2},
+        {"bad" + plain.substr(4), 2},
+        {"nowhere" + plain, 2},
+    };
+    for (const auto& [options, exitCode] : cases) {
+        ASSERT_EQ(RunLine("sequence " + plain).exitCode, 0);
+        ASSERT_THAT(ReadFile("run.html"), HasSubstr("<title>passed: "));
+        EXPECT_EQ(RunLine("sequence --check good.yaml " + plain.substr(10)).exitCode, 0);
+        ASSERT_THAT(ReadFile("run.xml"), HasSubstr(R"(errors="0")")) << "nothing was to run";
+        EXPECT_EQ(RunLine("sequence " + options).exitCode, exitCode) << options;
+        EXPECT_THAT(ReadFile("run.html"), HasSubstr("<title>error: ")) << options;
+        EXPECT_THAT(ReadFile("run.xml"), HasSubstr(R"(tests="1" failures="0" errors="1")"));
+    }
+    // What is no report may be anybody's.
+    EXPECT_EQ(RunLine("sequence bad.yaml --set unit=a --junit good.yaml").exitCode, 2);
+    EXPECT_EQ(ReadFile("good.yaml"), text);
+}
+
 }  // namespace
