@@ -320,7 +320,7 @@ static EXIT_CODE RunOnce(
         ReadBodyAgain(session, record.Record());
     }
     const bool bSessionWritten = session.Finish();
-    exitCode = session.Conclude(exitCode, true);
+    exitCode = session.Conclude(exitCode, bSessionWritten || exitCode == EXIT_INTERRUPTED);
     const bool bRecordWritten = DoOrComplain([&] { record.Finish(exitCode); });
     const bool bPageWritten = DoOrComplain([&] { WriteRunPage(planned.reports, record.Record()); });
     const bool bResultsWritten =

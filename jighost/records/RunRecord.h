@@ -27,7 +27,8 @@ constexpr int RECORD_FORMAT = 2;
 enum class VERDICT {
     PASSED,
     FAILED,            ///< a result or a value is not the expected one
-    OPERATION_FAILED,  ///< an operation failed that nobody expected to, or did not return
+    OPERATION_FAILED,  ///< nobody expected an operation to fail, or it did not return; or the body
+                       ///< or the trace could not be written
     ABORTED,           ///< a signal ended the run
     UNFINISHED,        ///< of a run alone: nothing was told of its end
 };

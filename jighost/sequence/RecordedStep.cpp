@@ -62,6 +62,7 @@ VERDICT VerdictOf(EXIT_CODE exitCode) {
         case EXIT_OK:
             return VERDICT::PASSED;
         case EXIT_OPERATION_FAILED:
+        case EXIT_HOST_ERROR:
             return VERDICT::OPERATION_FAILED;
         case EXIT_INTERRUPTED:
             return VERDICT::ABORTED;

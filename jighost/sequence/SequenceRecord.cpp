@@ -23,6 +23,8 @@ static std::string RunProblem(const RUN_RECORD& record) {
             return InterruptText(record);
         case VERDICT::FAILED:
             return "no call has met a fault that was asked for";
+        case VERDICT::OPERATION_FAILED:
+            return "the body's file or the trace could not be written";
         default:
             return "";
     }

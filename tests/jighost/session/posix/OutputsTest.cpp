@@ -71,4 +71,19 @@ TEST_F(JighostTest, ResultThatCannotBeWrittenKeepsNoOtherOneBack) {
     EXPECT_THAT(Owner(), HasSubstr("Desk"));
 }
 
+TEST_F(JighostTest, RunWhoseBodyIsNotSavedHasNotPassed) {
+    WriteFile("sequence.yaml", "format: 1\nsteps:\n" + SET_OWNER + SAVE_OWNER);
+    const JIGHOST_RUN run = RunShell(
+        "ulimit -f 12\n\"$0\" sequence sequence.yaml --body body.yaml --record run.json "
+        "--junit run.xml");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_THAT(run.errors, HasSubstr("can't write body.yaml"));
+    const RUN_RECORD record = ReadRunRecord("run.json");
+    EXPECT_EQ(record.verdict, VERDICT::OPERATION_FAILED);
+    EXPECT_EQ(record.problem, "the body's file or the trace could not be written");
+    EXPECT_EQ(record.steps.size(), 2U);
+    EXPECT_THAT(
+        ReadFile("run.xml"), HasSubstr("<error type=\"error\" message=\"the body&#39;s file"));
+}
+
 }  // namespace
