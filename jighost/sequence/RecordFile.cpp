@@ -30,33 +30,57 @@ static std::string OnOneLine(const Json& json) {
 
 void RecordFile::Begin(const RUN_RECORD& record) {
     m_Head = OnOneLine(RunRecordJson(record));
-    m_bGrows = !m_Folder.empty() || (!m_Path.empty() && !IsDeviceOrPipe(m_Path));
     WithExitCode(EXIT_HOST_ERROR, [&] {
         if (!m_Folder.empty()) {
             m_Path = MakeInFolder(record, m_Head);
-        } else if (m_bGrows) {
-            ReplaceFile(m_Path, m_Head, OUTLASTS::POWER_FAILURES);
+        } else if (!m_Path.empty()) {
+            Replace(m_Head);
         }
     });
 }
 
 void RecordFile::AddStep(const RUN_RECORD& record) {
-    if (!m_bGrows) {
+    if (m_Path.empty()) {
         return;
     }
     try {
         if (!m_bTorn && IsAsLeft()) {
             AppendToFile(m_Path, OnOneLine(RecordedStepJson(record.steps.back())));
         } else {
-            ReplaceFile(m_Path, Lines(record), OUTLASTS::POWER_FAILURES);
+            Replace(Lines(record));
         }
         m_bTorn = false;
-    } catch (const std::system_error&) {
+    } catch (const std::runtime_error&) {
         m_bTorn = true;
     }
 }
 
-/// Nobody has put another file in its place, such as a second run that was given the same path.
+/// Each replacing leaves a moment in which another run may take the file: then that one has it, or
+/// this one replaces it again.
+void RecordFile::Replace(const std::string& lines) {
+    HoldAnother();
+    do {
+        ReplaceFile(m_Path, lines, OUTLASTS::POWER_FAILURES);
+        Hold();
+    } while (!IsAsLeft());
+}
+
+/// Takes whatever stands in the place of the file that this run has left there.
+void RecordFile::HoldAnother() {
+    if (!IsAsLeft() && fs::exists(m_Path)) {
+        Hold();
+    }
+}
+
+void RecordFile::Hold() {
+    m_Lock.emplace();
+    if (!m_Lock->Take(TextOf(m_Path))) {
+        throw HostError(
+            EXIT_HOST_ERROR, "another run of jighost writes the record " + TextOf(m_Path));
+    }
+}
+
+/// Nobody has put another file in its place.
 bool RecordFile::IsAsLeft() const {
     std::string head(m_Head.size(), '\0');
     FileStream(m_Path).read(head.data(), static_cast<std::streamsize>(head.size()));
@@ -78,6 +102,7 @@ void RecordFile::Finish(const RUN_RECORD& record) {
             MakeInFolder(record, text);
             fs::remove(m_Path);
         } else if (!m_Path.empty()) {
+            HoldAnother();
             ReplaceFile(m_Path, text, OUTLASTS::POWER_FAILURES);
         }
     });

@@ -62,4 +62,24 @@ TEST_F(RecordFileTest, WhateverBecomesOfTheFileMeanwhileLosesNoStep) {
     EXPECT_EQ(ReadFile("run.json"), RunRecordText(m_Record));
 }
 
+TEST_F(RecordFileTest, RunThatComesSecondIsRefused) {
+    RUN_RECORD other;
+    other.number = "other";
+    std::optional<RecordFile> second;
+    const auto begin = [&] { second.emplace(RECORD_PLACE{"run.json", ""}).Begin(other); };
+    m_File.Begin(m_Record);
+    EXPECT_THROW(begin(), HostError);
+    AddStep();
+    EXPECT_EQ(StepsLeft(), 1U);
+    // Without its file the first run has no right to the place.
+    std::filesystem::remove("run.json");
+    begin();
+    AddStep();
+    EXPECT_THROW(m_File.Finish(m_Record), HostError);
+    EXPECT_EQ(ReadRunRecord("run.json").number, "other");
+    second->Finish(other);
+    m_File.Finish(m_Record);
+    EXPECT_EQ(StepsLeft(), 2U);
+}
+
 }  // namespace
