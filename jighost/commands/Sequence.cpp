@@ -20,6 +20,8 @@
 #include "jighost/session/Question.h"
 #include "platform/Program.h"
 #include "platform/StandardFiles.h"
+#include "platform/Utf8Path.h"
+#include "platform/WholeFile.h"
 
 struct SEQUENCE_OPTIONS {
     std::optional<std::string> path;
@@ -163,6 +165,22 @@ static void CheckOwnFiles(std::set<std::string>& paths, const PLANNED_RUN& plann
         {planned.record.path, planned.reports.page, planned.reports.results, planned.tracePath});
 }
 
+/// A pipe that nobody reads would keep the run from its end, also from one by a signal.
+static void CheckNoDevice(const std::string& option, const std::string& path) {
+    if (!path.empty() && IsDeviceOrPipe(PathOf(path))) {
+        throw HostError(
+            EXIT_WRONG_USE, option + ' ' + path + ": expected a file, got a device or a pipe");
+    }
+}
+
+static void CheckWritable(const PLANNED_RUN& planned) {
+    CheckNoDevice("--record", planned.record.path);
+    CheckNoDevice("--report", planned.reports.page);
+    CheckNoDevice("--junit", planned.reports.results);
+    const RecordFile check(planned.record);
+    CheckReportsWritable(planned.reports);
+}
+
 /// All of it is checked ahead of the first step.
 static std::vector<PLANNED_RUN> PlanRuns(
     const HOST& host, const SEQUENCE_OPTIONS& options, const SequenceFile& file,
@@ -182,8 +200,7 @@ static std::vector<PLANNED_RUN> PlanRuns(
             }
             CheckOwnFiles(paths, runs.back());
             if (!options.bCheck) {
-                const RecordFile check(runs.back().record);
-                CheckReportsWritable(runs.back().reports);
+                CheckWritable(runs.back());
             }
         };
         mistakes.Gather(plan, values.place.empty() ? "" : " (" + values.place + ')');

@@ -12,7 +12,7 @@
 
 /// Where records go; all of it empty for nowhere.
 struct RECORD_PLACE {
-    std::string path;
+    std::string path;    ///< of a file, there or not
     std::string folder;  ///< for a file of a name of its own
 };
 

@@ -14,8 +14,10 @@ static bool IsSameFile(const fs::path& left, const fs::path& right) {
     if (fs::exists(left, ignored) && fs::exists(right, ignored)) {
         return fs::is_regular_file(left, ignored) && fs::equivalent(left, right, ignored);
     }
-    const fs::path place = fs::weakly_canonical(BehindLinks(left), ignored);
-    return !place.empty() && place == fs::weakly_canonical(BehindLinks(right), ignored);
+    return WithExitCode(EXIT_WRONG_USE, [&] {  // of a circle of links
+        const fs::path place = fs::weakly_canonical(BehindLinks(left), ignored);
+        return !place.empty() && place == fs::weakly_canonical(BehindLinks(right), ignored);
+    });
 }
 
 static void CheckApart(const NAMED_FILE& output, const NAMED_FILE& other) {
