@@ -1,9 +1,12 @@
 // The program run, with its standard error in a file.
 #include "tests/support/SupportJighost.h"
 
+#include <chrono>
+#include <filesystem>
 #include <iterator>
 #include <sstream>
 #include <string>
+#include <thread>
 
 #include "platform/Program.h"
 
@@ -54,6 +57,24 @@ std::vector<JIGHOST_RUN> RunAtOnce(const std::vector<std::string>& lines) {
         runs.push_back(Rest(*processes[i], errorPath(i)));
     }
     return runs;
+}
+
+bool ComesTrue(const std::function<bool()>& condition) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(2);
+    bool bTrue = condition();
+    while (!bTrue && std::chrono::steady_clock::now() < end) {
+        std::this_thread::yield();
+        bTrue = condition();
+    }
+    return bTrue;
+}
+
+bool IsRenamed(const std::string& from, const std::string& to) {
+    return ComesTrue([&] {
+        std::error_code error;
+        std::filesystem::rename(from, to, error);
+        return !error;
+    });
 }
 
 JighostTest::JighostTest() {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,12 @@ JIGHOST_RUN RunLine(const std::string& line);
 
 /// Starts such runs at one moment and waits for all of them.
 std::vector<JIGHOST_RUN> RunAtOnce(const std::vector<std::string>& lines);
+
+/// Whether it comes true before a machine would have to be taken for dead.
+bool ComesTrue(const std::function<bool()>& condition);
+
+/// As ComesTrue: Windows keeps the name of an open file, also of a deleted one, from others.
+bool IsRenamed(const std::string& from, const std::string& to);
 
 /// Puts a pipe there, or a folder on a system whose pipes have no path.
 void MakeIrregular(const std::string& path);

@@ -326,13 +326,13 @@ TEST(JighostLogTest, FollowsAcrossDeletedRenamedAndNewFiles) {
     std::filesystem::remove("JigDll.log");
     // Longer than the one before, so that only the file itself tells that it is another one.
     WriteFile("New.log", std::string(100, '-') + "\n[FUNC] Across - 1\n[FUNC] Second\n");
-    std::filesystem::rename("New.log", "JigDll.log");
+    EXPECT_TRUE(IsRenamed("New.log", "JigDll.log"));
     EXPECT_THAT(jighost.ReadLine().value_or(""), HasSubstr("Across"));
     std::ofstream("JigDll.log", std::ios::app) << "[FUNC] Second - 0\n";
     EXPECT_THAT(jighost.ReadLine().value_or(""), HasSubstr("Second"));
     // Written ahead of the renaming, and read behind it or not.
     std::ofstream("JigDll.log", std::ios::app) << "[FUNC] Third\n[FUNC] Third - 0\n";
-    std::filesystem::rename("JigDll.log", "Old.log");
+    EXPECT_TRUE(IsRenamed("JigDll.log", "Old.log"));
     WriteFile("JigDll.log", "[FUNC] Fourth\n[FUNC] Fourth - 0\n");
     EXPECT_THAT(jighost.ReadLine().value_or(""), HasSubstr("Third"));
     EXPECT_THAT(jighost.ReadLine().value_or(""), HasSubstr("Fourth"));
