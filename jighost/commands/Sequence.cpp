@@ -257,8 +257,9 @@ static bool IsRecordWanted(const HOST& host, const SEQUENCE_OPTIONS& options) {
 /// Ends the program in the midst of an operation: what it has of the run lasts, the body's file is
 /// as it was. Standard streams belong to the other thread.
 [[noreturn]] static void EndInOperation(
-    const HOST& host, const SEQUENCE_OPTIONS& options, const SEQUENCE& sequence,
-    const PLANNED_RUN& planned, SequenceRecord& record, const STEP_OUTCOME& outcome) {
+    const HOST& host, const SEQUENCE_OPTIONS& options, const Session& session,
+    const SEQUENCE& sequence, const PLANNED_RUN& planned, SequenceRecord& record,
+    const STEP_OUTCOME& outcome) {
     EXIT_CODE exitCode = outcome.exitCode;
     std::string talk = "jighost: step " + std::to_string(outcome.number) + ", " +
                        PlainText(outcome.step->name + ": " + outcome.problem) +
@@ -272,6 +273,9 @@ static bool IsRecordWanted(const HOST& host, const SEQUENCE_OPTIONS& options) {
             talk += std::string("jighost: ") + e.what() + '\n';
         }
     };
+    for (const std::string& fault : session.FaultsNotMet()) {
+        talk += "jighost: " + PlainText(NotMetText(fault)) + '\n';
+    }
     record.Add(outcome);
     ForgetBody(record.Record());
     doOrTell([&] { record.Finish(outcome.exitCode); });
@@ -310,7 +314,7 @@ static EXIT_CODE RunSteps(
             },
         .timeOver =
             [&](const STEP_OUTCOME& outcome) {
-                EndInOperation(host, options, sequence, planned, record, outcome);
+                EndInOperation(host, options, session, sequence, planned, record, outcome);
             },
         .ask = [&](const STEP& step) { return answers.AnswerTo(step); },
         .bRecorded = IsRecordWanted(host, options),

@@ -172,6 +172,18 @@ class StepRunner {
         return m_Session.Run(*step.info, std::move(record), attempt);
     }
 
+    /// Its operation has not returned.
+    void EndOpenAttempt(RECORDED_ATTEMPT& attempt) const {
+        attempt.timeMs = Now() - attempt.startMs;
+        if (m_Partners.bRecorded) {
+            OwnLines log;
+            m_Session.AddLog(log);
+            attempt.log = log.Texts(OWNER::THIS_PROCESS);
+            attempt.interleaved = log.Texts(OWNER::UNKNOWN);
+            attempt.calls = m_pCalls->Calls();
+        }
+    }
+
     /// Meanwhile the thread of the run stands in the module, and changes nothing that is used here.
     void EndByTime(STEP_OUTCOME outcome) const {
         const STEP& step = *outcome.step;
@@ -181,9 +193,8 @@ class StepRunner {
                           std::to_string(step.timeLimit.count()) + " ms, " +
                           (call.empty() ? "in no link call" : "in the link call " + call);
         outcome.measurements.clear();  // of the attempt before
-        outcome.attempts.back().calls = m_pCalls->Calls();
         outcome.timeMs = Now() - outcome.startMs;
-        outcome.attempts.back().timeMs = Now() - outcome.attempts.back().startMs;
+        EndOpenAttempt(outcome.attempts.back());
         m_Partners.timeOver(outcome);
     }
 

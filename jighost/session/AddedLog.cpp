@@ -32,9 +32,27 @@ static std::string TextFrom(std::uintmax_t position) {
     return text;
 }
 
+/// Adds the whole lines from a position on, and gives the position behind them.
+static std::uintmax_t AddLines(OwnLines& lines, std::uintmax_t position) {
+    const std::uintmax_t size = LogSize();
+    position = size < position ? 0 : position;  // deleted meanwhile, and begun anew
+    if (size > position) {
+        std::istringstream log(TextFrom(position));
+        for (std::string line; std::getline(log, line) && !log.eof();) {
+            position += line.size() + 1;
+            line.resize(line.size() - (line.ends_with('\r') ? 1 : 0));
+            lines.Add(line);
+        }
+    }
+    return position;
+}
+
 AddedLog::AddedLog() : m_Position(LogSize()) {
-    SimulatedBody::ObserveLinePrefixes(
-        [this](const std::string& prefix) { m_Lines.Expect(prefix); });
+    SimulatedBody::ObserveLinePrefixes([this](const std::string& prefix) {
+        m_Lines.Expect(prefix);
+        const std::lock_guard lock(m_Mutex);
+        m_Prefixes.push_back(prefix);
+    });
 }
 
 AddedLog::~AddedLog() {
@@ -59,20 +77,22 @@ std::string AddedLog::Problem() {
 void AddedLog::Begin() {
     m_Position = LogSize();
     m_Lines.Clear();
+    const std::lock_guard lock(m_Mutex);
+    m_Start = m_Position;
+    m_Prefixes.clear();
 }
 
 const OwnLines& AddedLog::ReadOn() {
-    const std::uintmax_t size = LogSize();
-    m_Position = size < m_Position ? 0 : m_Position;  // deleted meanwhile, and begun anew
-    if (size > m_Position) {
-        std::istringstream log(TextFrom(m_Position));
-        for (std::string line; std::getline(log, line) && !log.eof();) {
-            m_Position += line.size() + 1;
-            line.resize(line.size() - (line.ends_with('\r') ? 1 : 0));
-            m_Lines.Add(line);
-        }
-    }
+    m_Position = AddLines(m_Lines, m_Position);
     return m_Lines;
+}
+
+void AddedLog::AddTo(OwnLines& lines) const {
+    const std::lock_guard lock(m_Mutex);
+    for (const std::string& prefix : m_Prefixes) {
+        lines.Expect(prefix);
+    }
+    AddLines(lines, m_Start);
 }
 
 std::string LastTextBehind(const std::vector<std::string>& lines, std::string_view tag) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,9 +28,16 @@ class AddedLog {
     /// or a device nothing comes back.
     const OwnLines& ReadOn();
 
+    /// Adds the same lines to others; another thread may do so while the module is at work.
+    void AddTo(OwnLines& lines) const;
+
   private:
     std::uintmax_t m_Position;  // in the file
     OwnLines m_Lines;
+
+    mutable std::mutex m_Mutex;
+    std::uintmax_t m_Start = 0;           // in the file, of what has come since Begin
+    std::vector<std::string> m_Prefixes;  // of its lines
 };
 
 /// What stands behind `tag` in the last line that holds it; empty if none does.

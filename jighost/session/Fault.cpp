@@ -113,6 +113,7 @@ void Faults::BeginOperation(std::string_view name, std::uint32_t attempt) {
 }
 
 std::optional<CALL> Faults::Answer(const CALL& call) {
+    const std::lock_guard lock(m_Mutex);
     ++m_Calls;
     const auto fault = std::find_if(
         m_Faults.begin(), m_Faults.end(), [&](const FAULT& each) { return IsMetBy(each, call); });
@@ -130,6 +131,7 @@ std::optional<CALL> Faults::Answer(const CALL& call) {
 }
 
 std::vector<std::string> Faults::NotMet() const {
+    const std::lock_guard lock(m_Mutex);
     std::vector<std::string> texts;
     for (const FAULT& fault : m_Faults) {
         if (!fault.bMet) {

@@ -2,6 +2,7 @@
 // than the body would. The body does nothing in such a call.
 #pragma once
 
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,7 +29,7 @@ class Faults {
     /// strikes.
     std::optional<Link::CALL> Answer(const Link::CALL& call);
 
-    /// The faults, as written, that no call has met so far.
+    /// The faults, as written, that no call has met so far; another thread may ask meanwhile.
     std::vector<std::string> NotMet() const;
 
   private:
@@ -45,6 +46,7 @@ class Faults {
     static FAULT Parse(const std::string& text);
     bool IsMetBy(const FAULT& fault, const Link::CALL& call) const;
 
+    mutable std::mutex m_Mutex;  // of what calls have met
     std::vector<FAULT> m_Faults;
     std::string m_Operation;
     std::uint32_t m_Attempt = 0;

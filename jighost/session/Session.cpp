@@ -161,9 +161,13 @@ std::string RunError(const OPERATION_RUN& run) {
            (run.interleaved.empty() ? "" : "; the log's lines are interleaved");
 }
 
+std::string NotMetText(const std::string& fault) {
+    return "no call has met the fault " + fault;
+}
+
 bool Session::Finish() const {
     for (const std::string& fault : m_Faults.NotMet()) {
-        Complain("no call has met the fault " + fault);
+        Complain(NotMetText(fault));
     }
     const bool bBody = DoOrComplain([this] { m_Body.WriteBack(); });
     const bool bTrace = m_pTrace == nullptr || DoOrComplain([this] { m_pTrace->Finish(); });

@@ -44,6 +44,9 @@ std::string FailureCause(const OPERATION_RUN& run);
 /// The same, but of a failure whose error is lost the result's name stands first: never empty then.
 std::string RunError(const OPERATION_RUN& run);
 
+/// For people, of a fault as it was written.
+std::string NotMetText(const std::string& fault);
+
 class Session {
   public:
     /// Switches the simulated body on, with the saved values of --body's file, or puts another
@@ -73,6 +76,13 @@ class Session {
     /// saved nothing leaves the file as it is. Tells people of faults that no call has met. Gives
     /// false if body or trace could not be written, and has told why.
     bool Finish() const;
+
+    // Of the operation that runs, for another thread.
+
+    /// The lines that it has logged so far are added to these.
+    void AddLog(OwnLines& lines) const { m_Log.AddTo(lines); }
+    /// Faults, as written, that no call has met so far.
+    std::vector<std::string> FaultsNotMet() const { return m_Faults.NotMet(); }
 
     /// The exit code of a command that came to `exitCode` by itself: EXIT_HOST_ERROR if not all was
     /// written, EXIT_UNEXPECTED in place of success if a fault met no call: it tested nothing.

@@ -92,9 +92,9 @@ TEST_F(JighostTest, OperationThatDoesNotReturnIsToldWithItsCallAndTheRecordIsClo
         "  - {operation: LoadPropertyData, time_limit: 1000 ms, on_unexpected: continue}\n"
         "always:\n  - operation: GetOwnerName\n");
     Process jighost(
-        "/bin/sh",
-        {"-c", "exec \"$0\" \"$@\" 2>talk >rows", JighostFile(), "sequence", "stands.yaml",
-         "--record", "run.json", "--report", "page.html", "--junit", "results.xml", "--trace"});
+        "/bin/sh", {"-c", "exec \"$0\" \"$@\" 2>talk >rows", JighostFile(), "sequence",
+                    "stands.yaml", "--record", "run.json", "--report", "page.html", "--junit",
+                    "results.xml", "--trace", "--fault", "GetOwnerName:1=0x2001"});
     while (!std::filesystem::exists("results.xml")) {
         std::this_thread::yield();
     }
@@ -108,8 +108,10 @@ TEST_F(JighostTest, OperationThatDoesNotReturnIsToldWithItsCallAndTheRecordIsClo
     EXPECT_FALSE(attempt.result) << "nobody knows it";
     EXPECT_GE(attempt.timeMs, 1000);
     EXPECT_FALSE(attempt.calls.empty());
+    EXPECT_THAT(attempt.log, testing::Contains(HasSubstr("[FUNC] LoadPropertyData")));
     EXPECT_THAT(
-        talk.ReadUntil("; no step of always: has run\n"),
+        talk.ReadUntil("; no step of always: has run\njighost: no call has met the fault "
+                       "GetOwnerName:1=0x2001\n"),
         HasSubstr("jighost: step 2, LoadPropertyData: LoadPropertyData has not returned within "
                   "1000 ms, in "));
     EXPECT_EQ(jighost.Wait(), 4);
