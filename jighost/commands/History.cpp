@@ -63,6 +63,10 @@ RUN_FILTER FILTER_OPTIONS::Filter() const {
     if (!until.empty()) {
         filter.until = ParseDay("--until", until);
     }
+    if (filter.since && filter.until && *filter.since > *filter.until) {
+        throw HostError(
+            EXIT_WRONG_USE, "--since " + since + ": expected no later day than --until " + until);
+    }
     if (!outcome.empty() && !VerdictOfName(outcome)) {
         throw HostError(
             EXIT_WRONG_USE,

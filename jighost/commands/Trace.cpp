@@ -17,6 +17,16 @@ struct TRACE_OPTIONS {
     std::string show;
 };
 
+/// Both are cut off anywhere: all moments of a day are before its end.
+static void CheckOrder(const TRACE_SELECTION& selection) {
+    const std::string& until = selection.until;
+    if (!until.empty() && selection.since.substr(0, until.size()) > until) {
+        throw HostError(
+            EXIT_WRONG_USE,
+            "--since " + selection.since + ": expected no later moment than --until " + until);
+    }
+}
+
 static EXIT_CODE ReadTraces(const HOST& host, TRACE_OPTIONS options);
 
 void AddTraceCommand(Command& program, HOST& host) {
@@ -122,6 +132,7 @@ static EXIT_CODE ReadTraces(const HOST& host, TRACE_OPTIONS options) {
          {std::pair("--since", &selection.since), std::pair("--until", &selection.until)}) {
         *pText = pText->empty() ? "" : ParseMoment(option, *pText);
     }
+    CheckOrder(selection);
     if (options.paths.empty()) {
         throw HostError(EXIT_WRONG_USE, "expected a file of --trace or of the recorder, got none");
     }

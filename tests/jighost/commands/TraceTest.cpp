@@ -128,6 +128,12 @@ TEST_F(TraceCommandTest, ListHoldsWhatIsAskedFor) {
     EXPECT_THAT(Listed({line, "--since", "2026-11-22 22:06:03.124"}), ElementsAre(5, 6));
     EXPECT_THAT(Listed({line, "--until", "2026-11-22 22:06"}), ElementsAre(1, 2, 3, 4, 5));
     EXPECT_THAT(Listed({line, "--until", "2026-11-21"}), ElementsAre());
+    EXPECT_THAT(
+        Listed({line, "--since", "2026-11-22T22:06:03", "--until", "2026-11-22"}),
+        ElementsAre(4, 5, 6));
+    ExpectRefused(
+        {"trace", line, "--since", "2026-11-23", "--until", "2026-11-22T22:06"},
+        "--since 2026-11-23: expected no later moment than --until 2026-11-22 22:06");
     ExpectRefused(
         {"trace", line, "--since", "22:06"},
         "--since: expected a date, such as 2026-11-22, with or without a time behind it, such as "

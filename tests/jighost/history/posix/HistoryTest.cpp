@@ -147,8 +147,10 @@ TEST_P(HistoryTest, RunsAreChosen) {
     }
     EXPECT_THAT(Run("list --serial 2007").output, HasSubstr("\n2 runs\n"));
     for (const char* pszWrong :
-         {"--since 2026-11-31", "--until 23.11.2026", "--serial x", "--outcome well"}) {
+         {"--since 2026-11-31", "--until 23.11.2026", "--serial x", "--outcome well",
+          "--since 2026-11-24 --until 2026-11-23"}) {
         EXPECT_EQ(Run(std::string("list ") + pszWrong).exitCode, 2) << pszWrong;
+        EXPECT_EQ(Run(std::string("stats ") + pszWrong).exitCode, 2) << pszWrong;
     }
 }
 
