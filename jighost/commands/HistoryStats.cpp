@@ -1,10 +1,12 @@
 // jighost history stats: what many runs come to.
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
 #include <cmath>
 #include <iomanip>
 #include <iostream>
+#include <limits>
 #include <memory>
 
 #include "jighost/commands/CommonOptions.h"
@@ -27,15 +29,35 @@ static std::string DayText(std::int64_t nDay) {
 
 // --- For people ---
 
-/// Six digits, or "-" for what there is not.
-static std::string Rounded(const std::optional<double>& number) {
+static constexpr int DIGITS = 6;
+
+/// "-" stands for what there is not.
+static std::string Rounded(const std::optional<double>& number, int nDigits = DIGITS) {
     if (!number) {
         return "-";
     }
     std::array<char, 32> text{};
     return {
         text.data(),
-        std::to_chars(text.begin(), text.end(), *number, std::chars_format::general, 6).ptr};
+        std::to_chars(text.begin(), text.end(), *number, std::chars_format::general, nDigits).ptr};
+}
+
+/// The place of the first digit: 0 of ones, 1 of tens.
+static int PlaceOf(double number) {
+    return number == 0 ? 0 : static_cast<int>(std::floor(std::log10(std::abs(number))));
+}
+
+/// With all digits ahead of the point, and with those that tell a hundredth of the deviation.
+static std::string SpreadText(const std::optional<double>& value, std::optional<double> deviation) {
+    if (!value) {
+        return Rounded(value);
+    }
+    const int nPlace = PlaceOf(*value);
+    const int nAll = std::numeric_limits<double>::digits10;
+    const bool bSpread = deviation.value_or(0) > 0;
+    const int nTelling = bSpread ? nPlace - PlaceOf(*deviation) + 3 : nAll;
+    return Rounded(
+        value, std::clamp(std::max(nTelling, nPlace < nAll ? nPlace + 1 : 0), DIGITS, nAll));
 }
 
 static std::string LimitShown(const std::optional<double>& limit) {
@@ -80,8 +102,9 @@ static void ShowMeasurementRow(const std::array<std::string, 11>& cells) {
 static void ShowMeasured(const MEASUREMENT_STATS& stats) {
     ShowMeasurementRow(
         {LimitShown(stats.min), LimitShown(stats.max), std::to_string(stats.count),
-         std::to_string(stats.outside), Rounded(stats.mean), Rounded(stats.deviation),
-         Rounded(stats.least), Rounded(stats.greatest), Rounded(stats.cp), Rounded(stats.cpk),
+         std::to_string(stats.outside), SpreadText(stats.mean, stats.deviation),
+         Rounded(stats.deviation), SpreadText(stats.least, stats.deviation),
+         SpreadText(stats.greatest, stats.deviation), Rounded(stats.cp), Rounded(stats.cpk),
          Rounded(stats.drift)});
     std::cout << "  " << Shown(stats.sequence) << ", step " << stats.step << ": "
               << Shown(stats.name) << (stats.unit.empty() ? "" : ", " + Shown(stats.unit)) << '\n';

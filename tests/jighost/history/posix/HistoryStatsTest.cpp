@@ -119,13 +119,14 @@ TEST_P(HistoryStatsTest, LargeAndLikeAndOneSidedValues) {
     ImportValues({1, 2, 3}, std::nullopt, 5);
     ImportValues({4, 4}, -7, 7);
     ImportValues({6}, -8, 8);
+    ImportValues({large + 0.25, large + 0.5, large + 0.75}, -6, std::nullopt);
     ImportValues({7, DBL_MAX, -DBL_MAX, 9}, -9, 9);
     std::map<std::string, Json> found;
     const Json all = Output("stats");
     for (const Json& each : all["measurements"]) {
         found[each["min"].dump() + each["max"].dump()] = each;
     }
-    ASSERT_EQ(found.size(), 6U);
+    ASSERT_EQ(found.size(), 7U);
     ExpectNear(found["nullnull"], {{"mean", large + 1}, {"deviation", 1}});
     EXPECT_TRUE(found["nullnull"]["cpk"].is_null());
     EXPECT_TRUE(found["nullnull"]["drift"].is_null());
@@ -139,6 +140,8 @@ TEST_P(HistoryStatsTest, LargeAndLikeAndOneSidedValues) {
     ExpectNear(found["-9.09.0"], {{"count", 2}, {"left_out", 2}, {"mean", 8}});
     const std::string text = Run("stats").output;
     EXPECT_THAT(text, HasSubstr("\n  2 numbers of 1e150 or more left out\n"));
+    EXPECT_THAT(text, HasSubstr("  1000000001           1  1000000000  1000000002  "));
+    EXPECT_THAT(text, HasSubstr("  1000000000.5        0.25  1000000000.25  1000000000.75  "));
     EXPECT_THAT(text, HasSubstr("         -           -           -  adjust, step 1: tilt"));
 }
 

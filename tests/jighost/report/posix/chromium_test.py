@@ -12,7 +12,7 @@ import unittest
 from pathlib import Path
 
 from chromium import Chromium
-from samples import HOSTILE, failed_run, lot
+from samples import HOSTILE, failed_run, lot, measurement, record, step
 
 BUILD = Path(sys.argv.pop()).resolve()
 SHOWN = HOSTILE.replace("\u202e\x1b\x00", r"\xe2\x80\xae\x1b\x00")
@@ -190,6 +190,26 @@ class ManyRuns(PageTest):
         titles = self.browser.run(
             "return [...document.querySelectorAll('figure a > title')].map(e => e.textContent)")
         self.assertTrue(titles[30].startswith("12301: -0.2"), titles[30])
+
+
+class LongNumbers(PageTest):
+    def test_texts_stand_beside_their_chart(self):
+        long = measurement("count", 1234567890.5, -1234567890.25, 2234567890.75)
+        self.open(make_page("long", [
+            record(index, [step(1, "count", "GetOwnerName", measurements=[long])])
+            for index in range(2)]))
+        self.assertEqual(len(self.texts(".plot .scale > *")), 2)
+        self.assertEqual(self.browser.run("""
+            const box = element => {
+                const text = document.createRange();
+                text.selectNodeContents(element);
+                return text.getBoundingClientRect();
+            };
+            const chart = document.querySelector('.trend').getBoundingClientRect();
+            const overlaps = element => box(element).right > chart.left
+                && box(element).bottom > chart.top;
+            return [...document.querySelectorAll('.scale > *, figcaption *')].filter(overlaps)
+                .map(element => element.textContent);"""), [])
 
 
 del PageTest  # which has no tests of its own
