@@ -185,11 +185,15 @@ TEST_P(HistoryFileTest, WhatIsNoHistoryStaysAsItIs) {
         RunShell(R"(cp h.sqlite newer; sqlite3 newer 'UPDATE tunebench_history SET version = 99'
                     sqlite3 other 'CREATE TABLE run (a)'; echo text >text; mkdir folder
                     cp h.sqlite odd; sqlite3 odd 'ALTER TABLE run DROP COLUMN problem'
+                    cp h.sqlite lower; sqlite3 lower 'UPDATE tunebench_history SET version = -1'
+                    sqlite3 half 'CREATE TABLE tunebench_history (version INTEGER NOT NULL)'
                     head -c 9000 h.sqlite >cut; : >empty)")
             .exitCode,
         0);
     const std::pair<const char*, const char*> places[] = {
         {"newer", "newer: a history of version 99"},
+        {"lower", "lower: a history of version -1"},
+        {"half", "half: "},
         {"other", "other: "},
         {"text", "text: file is not a database"},
         {"folder", "folder: Cannot establish connection to the database"},
@@ -229,6 +233,12 @@ TEST_P(HistoryTest, ImportsAtOnceTakeEachRecordOnce) {
 
 TEST_P(HistoryFileTest, FullDiskKeepsWhatWasThere) {
     const std::string names = WriteRecords(300);
+    // No room for all tables.
+    EXPECT_EQ(
+        RunShell("trap '' XFSZ; ulimit -f 24; \"$0\" history import 1.json --database h.sqlite")
+            .exitCode,
+        1);
+    EXPECT_EQ(Ask("SELECT count(*) FROM sqlite_master"), "0\n");
     EXPECT_EQ(Import("1.json 2.json"), "2 records imported, 0 known before, 0 spoilt\n");
     const JIGHOST_RUN full = RunShell(
         "trap '' XFSZ; ulimit -f 120; \"$0\" history import" + names + " --database h.sqlite");
