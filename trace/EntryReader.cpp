@@ -14,6 +14,7 @@
 #include "trace/Base64.h"
 #include "trace/Hex.h"
 #include "trace/JsonLine.h"
+#include "trace/Utf8.h"
 
 using simdjson::ondemand::value;
 
@@ -294,14 +295,9 @@ static std::optional<std::string_view> Quoted(std::string_view token) {
     return bText ? std::optional(token.substr(1, token.size() - 2)) : std::nullopt;
 }
 
-/// Whether a character stands for itself, whatever is around it.
-static bool IsPlain(char character) {
-    return character >= ' ' && character <= '~' && character != '\\';
-}
-
 std::string EntryReader::TextAt(FIELD_ID field) const {
     const auto quoted = Quoted(Required(field));
-    if (quoted && std::all_of(quoted->begin(), quoted->end(), IsPlain)) {
+    if (quoted && IsPrintable(*quoted) && quoted->find('\\') == std::string_view::npos) {
         return std::string(*quoted);
     }
     std::string_view text;

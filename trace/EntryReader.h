@@ -42,9 +42,12 @@ class EntryReader {
         return bTaken ? m_Tokens[place] : Search(place);
     }
     /// Goes on behind a field that nobody asks for, or not yet, if it comes next.
-    void Pass(FIELD_ID field) const {
-        if (TakeDigits(static_cast<std::size_t>(field)) < 0) {
-            Token(field);
+    template <FIELD_ID Field>
+    void Pass() const {
+        const auto place = static_cast<std::size_t>(Field);
+        const bool bText = !m_Taken[place] && IsNext(place) && *ValueOf(place) == '"';
+        if (bText || (TakeDigits(place) < 0 && !Is(Field, "null"))) {
+            Token(Field);
         }
     }
     /// Whether this is the value as it stands in the file; compared at once where it comes next.
@@ -64,7 +67,7 @@ class EntryReader {
         return Token(field) == value;
     }
     bool Has(FIELD_ID field) const { return !Token(field).empty(); }
-    bool IsNull(FIELD_ID field) const { return Required(field) == "null"; }
+    bool IsNull(FIELD_ID field) const { return Is(field, "null") || Required(field) == "null"; }
 
     template <std::integral Number>
     Number NumberAt(FIELD_ID field) const {

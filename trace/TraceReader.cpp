@@ -114,8 +114,8 @@ void TraceReader::TakeOperation() {
     TRACED_OPERATION& operation = running.operation;
     operation.name = m_pEntries->TextAt(FIELD_ID::NAME);
     operation.line = m_pEntries->Line();
-    m_pEntries->Pass(FIELD_ID::RECORD);
-    m_pEntries->Pass(FIELD_ID::THREAD);
+    m_pEntries->Pass<FIELD_ID::RECORD>();
+    m_pEntries->Pass<FIELD_ID::THREAD>();
     operation.at = m_pEntries->NumberIfAny<std::int64_t>(FIELD_ID::AT);
     if (operation.number <= m_LastNumber) {
         m_pEntries->RefuseValue(FIELD_ID::OPERATION, "more than " + std::to_string(m_LastNumber));
@@ -135,13 +135,15 @@ void TraceReader::TakeOperation() {
 /// The end for none.
 TraceReader::Runs::iterator TraceReader::FindRunning() {
     const auto number = m_pEntries->NumberAt<std::uint32_t>(FIELD_ID::OPERATION);
-    const auto found = std::find_if(
-        m_Running.begin(), m_Running.end(),
-        [&](const RUNNING& running) { return running.operation.number == number; });
-    if (found == m_Running.end() && number > m_Head.operationsBefore && !m_bGap) {
+    for (auto running = m_Running.end(); running != m_Running.begin();) {
+        if ((--running)->operation.number == number) {  // most likely the innermost one
+            return running;
+        }
+    }
+    if (number > m_Head.operationsBefore && !m_bGap) {
         m_pEntries->Refuse("there can be no " + m_pEntries->TextAt(FIELD_ID::ENTRY) + " here");
     }
-    return found;
+    return m_Running.end();
 }
 
 /// The operation whose call an entry begins or answers; null for one that nobody knows, and for
@@ -206,12 +208,26 @@ static std::optional<std::uint32_t> SerialOf(const Link::Bytes& bodyID) {
     return static_cast<std::uint32_t>((std::uint64_t{words[0]} << 32 | words[1]) % SERIAL_NUMBERS);
 }
 
+/// Most likely the body is the one of before: what its ID says is kept.
+std::optional<std::uint32_t> TraceReader::SerialAt(FIELD_ID field) {
+    const std::string_view token = m_pEntries->Token(field);
+    if (token.empty() || token != m_BodyID) {
+        const auto serial = SerialOf(m_pEntries->BytesAt(field));
+        if (!serial) {
+            return std::nullopt;
+        }
+        m_BodyID = token;
+        m_BodySerial = *serial;
+    }
+    return m_BodySerial;
+}
+
 static bool IsOfBodyID(const EntryReader& entries) {
     if (!entries.Is(FIELD_ID::FUNCTION, R"("CProperty::Get")") &&
         !entries.Is(FIELD_ID::FUNCTION, R"("CProperty::Set")")) {
         return false;
     }
-    entries.Pass(FIELD_ID::NAME);
+    entries.Pass<FIELD_ID::NAME>();
     return entries.Is(FIELD_ID::ID, BODY_ID_TOKEN);
 }
 
@@ -234,9 +250,9 @@ void TraceReader::TakeCall() {
     }
     pRunning->bBodyID = IsOfBodyID(*m_pEntries);
     if (pRunning->bBodyID) {
-        m_pEntries->Pass(FIELD_ID::VALUE);  // in the order of writers, as each entry is read
-        m_pEntries->Pass(FIELD_ID::FROM_LIST);
-        pRunning->serialSent = SerialOf(m_pEntries->BytesAt(FIELD_ID::SENT));
+        m_pEntries->Pass<FIELD_ID::VALUE>();  // in the order of writers, as each entry is read
+        m_pEntries->Pass<FIELD_ID::FROM_LIST>();
+        pRunning->serialSent = SerialAt(FIELD_ID::SENT);
     }
     if (pRunning->bWhole) {
         CountBytes(*pRunning);
@@ -274,9 +290,9 @@ static void TakeAnswerOf(const EntryReader& entries, Link::CALL& call) {
 }
 
 static bool HasAnswered(const EntryReader& entries) {
-    entries.Pass(FIELD_ID::RECEIVED);
-    entries.Pass(FIELD_ID::SIZE_LEFT);
-    entries.Pass(FIELD_ID::RESULT);
+    entries.Pass<FIELD_ID::RECEIVED>();
+    entries.Pass<FIELD_ID::SIZE_LEFT>();
+    entries.Pass<FIELD_ID::RESULT>();
     return entries.IsNull(FIELD_ID::FAILURE);
 }
 
@@ -286,7 +302,7 @@ void TraceReader::TakeAnswer() {
         return;
     }
     if (pRunning->bBodyID && HasAnswered(*m_pEntries)) {
-        const auto received = SerialOf(m_pEntries->BytesAt(FIELD_ID::RECEIVED));
+        const auto received = SerialAt(FIELD_ID::RECEIVED);
         const auto serial = received ? received : pRunning->serialSent;
         m_Serial = serial ? serial : m_Serial;
     }
@@ -310,7 +326,7 @@ void TraceReader::TakeResult() {
         m_pEntries->Refuse("there can be no result here");
     }
     operation.result = m_pEntries->NumberAt<std::int32_t>(FIELD_ID::RESULT);
-    m_pEntries->Pass(FIELD_ID::RECORD);
+    m_pEntries->Pass<FIELD_ID::RECORD>();
     operation.time = TimeOf(*m_pEntries);
     if (running->bWhole) {
         operation.returned = RecordOf(*m_pEntries);

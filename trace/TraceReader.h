@@ -69,6 +69,7 @@ class TraceReader {
 
     Runs::iterator FindRunning();
     RUNNING* RunningCall(bool bUnanswered);
+    std::optional<std::uint32_t> SerialAt(FIELD_ID field);
     void CountBytes(RUNNING& running) const;
 
     std::vector<std::string> m_Paths;
@@ -86,6 +87,8 @@ class TraceReader {
     bool m_bGap = false;             // entries of operations that nobody knows may come
     std::uint32_t m_LastNumber = 0;  // of an operation that began
     std::optional<std::uint32_t> m_Serial;
+    std::string m_BodyID;            // that was read last, as it stood in the file
+    std::uint32_t m_BodySerial = 0;  // in that
 
     std::optional<TRACE_ITEM> m_Found;  // where the last entry made an item whole
     TRACED_GAP m_Gap;

@@ -1,6 +1,30 @@
 // UTF-8 decoded byte by byte; overlong forms, surrogates and what lies too high are no characters.
 #include "trace/Utf8.h"
 
+#include <algorithm>
+#include <cstring>
+
+/// Nothing if eight bytes lie from ' ' to '~': what lies elsewhere has its own highest bit, borrows
+/// it or is carried into it.
+static std::uint64_t Unprintable(const char* pText) {
+    static const std::uint64_t EACH = 0x0101010101010101;
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, pText, sizeof(bytes));
+    return (bytes | (bytes - EACH * ' ') | (bytes + EACH)) & (EACH << 7U);
+}
+
+bool IsPrintable(std::string_view text) {
+    static const std::size_t BLOCK = sizeof(std::uint64_t);
+    if (text.size() < BLOCK) {
+        return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+    }
+    std::uint64_t others = Unprintable(text.data() + text.size() - BLOCK);
+    for (std::size_t i = 0; i + BLOCK < text.size(); i += BLOCK) {
+        others |= Unprintable(text.data() + i);
+    }
+    return others == 0;
+}
+
 static std::size_t LengthByLead(unsigned lead) {
     if (lead < 0x80) {
         return 1;

@@ -9,5 +9,8 @@ struct UTF8_CHARACTER {
     std::size_t length = 0;  ///< in bytes; 0 if the text begins with no character
 };
 
+/// Whether the text is printable ASCII alone.
+bool IsPrintable(std::string_view text);
+
 /// The character that a text, which is not empty, begins with.
 UTF8_CHARACTER FirstCharacter(std::string_view text);

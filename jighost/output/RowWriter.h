@@ -2,13 +2,28 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
+/// 00 to 99: a division for two digits at once.
+constexpr auto DIGIT_PAIRS = [] {
+    std::array<char, 200> pairs{};
+    for (std::size_t i = 0; i < pairs.size() / 2; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    }
+    return pairs;
+}();
+
 /// Puts a number's last digits ahead of the place.
 inline void PutDigits(char* pEnd, std::size_t count, std::uint64_t number) {
-    for (; count > 0; --count, number /= 10) {
+    for (; count >= 2; count -= 2, number /= 100) {
+        pEnd -= 2;
+        std::copy_n(&DIGIT_PAIRS[2 * (number % 100)], 2, pEnd);
+    }
+    if (count > 0) {
         *--pEnd = static_cast<char>('0' + number % 10);
     }
 }

@@ -10,6 +10,7 @@
 #include "jighost/output/RowWriter.h"
 #include "jighost/text/HostError.h"
 #include "jighost/text/PlainText.h"
+#include "trace/Utf8.h"
 
 static const std::size_t WRITTEN_AT_ONCE = 65536;
 /// Different failures that are counted one by one.
@@ -119,14 +120,20 @@ static void PutTime(RowWriter& row, const TRACED_OPERATION& operation) {
     row.Put(UNIT);
 }
 
+/// Of an operation that did not simply succeed.
+static std::string OtherOutcome(const TRACED_OPERATION& operation) {
+    const std::string cell = OutcomeCell(OutcomeText(operation));
+    return HasFailed(operation) ? Coloured(cell, COLOUR::RED) : cell;
+}
+
 // For most operations nothing is copied that the row does not have.
 void TraceOutput::WriteRow(const TRACED_OPERATION& operation, std::string_view moment) {
+    const bool bPlain = IsPrintable(operation.name);
     const bool bSuccess = operation.result == RESULT_SUCCESS && !operation.bTorn;
-    const std::string plain = IsPlain(operation.name) ? "" : PlainText(operation.name);
-    const std::string other = bSuccess ? "" : OutcomeCell(OutcomeText(operation));
-    const std::string coloured = HasFailed(operation) ? Coloured(other, COLOUR::RED) : other;
-    const std::string_view name = plain.empty() ? operation.name : plain;
-    const std::string_view outcome = bSuccess ? SUCCESS_CELL : coloured;
+    const std::string plain = bPlain ? std::string() : PlainText(operation.name);
+    const std::string other = bSuccess ? std::string() : OtherOutcome(operation);
+    const std::string_view name = bPlain ? operation.name : plain;
+    const std::string_view outcome = bSuccess ? SUCCESS_CELL : other;
     RowWriter row(m_Text, MOST_ELSE + name.size() + outcome.size());
     row.PutRight(operation.number, OPERATION_WIDTH);
     row.Put("  ");

@@ -33,10 +33,6 @@ bool IsHarmful(char32_t code) {
     });
 }
 
-bool IsPlain(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
-}
-
 std::string PlainText(std::string_view text, std::string_view escaped) {
     const auto isPlain = [&](char c) {  // most of what comes by here
         return c >= ' ' && c <= '~' && escaped.find(c) == std::string_view::npos;

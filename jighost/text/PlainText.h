@@ -12,6 +12,3 @@ bool IsHarmful(char32_t code);
 /// that hide or turn others around, and bytes that are no UTF-8 stand as \xNN, byte for byte, and
 /// so do the characters of `escaped`. All other characters stay as they are.
 std::string PlainText(std::string_view text, std::string_view escaped = "");
-
-/// Whether the text is printable ASCII alone, which PlainText leaves as it is.
-bool IsPlain(std::string_view text);
