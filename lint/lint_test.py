@@ -106,9 +106,15 @@ class UnitsTest(unittest.TestCase):
                 ({"base/CMakeLists.txt"}, ["batch", "single"]),
                 ({"red/.clang-tidy"}, ["batch", "single"])]:
             self.assertEqual(touched_units(units, GOOD, changed), touched)
-        for whole, inside in [(True, {"module/Module.cpp"}), (False, {"jighost/main.cpp"}),
-                              (True, {"tests/Test.cpp", "link/Link.cpp"})]:
-            self.assertEqual(checks(inside) == "", whole)
+
+    def test_leaves_out_what_does_not_pay(self):
+        for unit, inside, left_out in [
+                ("Module.cpp", {"module/Module.cpp"}, False),
+                ("main.cpp", {"jighost/main.cpp"}, True),
+                ("unity_0.cxx", {"tests/Test.cpp", "link/Link.cpp"}, False),
+                ("unity_1.cxx", {"tests/Test.cpp"}, True)]:
+            self.assertEqual("-clang-analyzer-*" in checks(unit, inside), left_out)
+            self.assertEqual("suspicious-include" in checks(unit, inside), unit.endswith(".cxx"))
 
 
 if __name__ == "__main__":

@@ -16,7 +16,10 @@ RULES = (".clang-tidy", "CMakeLists.txt", "CMakePresets.json", "dev", ".cmake", 
 # writer alone.
 BENCH = ("jighost/", "bodylnk/", "tests/", "bench/", "fuzz/", "trace/EntryReader.cpp",
          "trace/TraceReader.cpp")
-LEFT_OUT = "-clang-analyzer-*,-performance-unnecessary-value-param"
+LEFT_OUT = ["-clang-analyzer-*", "-performance-unnecessary-value-param"]
+
+# Of a file that the build writes to compile several at a time.
+TOGETHER = ["-bugprone-suspicious-include"]
 
 
 def compiled_units(build):
@@ -39,9 +42,10 @@ def touched_units(units, tree, changed):
     return [unit for unit, inside in units.items() if inside & touched]
 
 
-def checks(inside):
+def checks(unit, inside):
     """What a unit of these files adds to the checks of .clang-tidy."""
-    return LEFT_OUT if all(path.startswith(BENCH) for path in inside) else ""
+    return ",".join((LEFT_OUT if all(path.startswith(BENCH) for path in inside) else []) +
+                    (TOGETHER if unit.endswith(".cxx") else []))
 
 
 def changed_since(base):
@@ -58,7 +62,7 @@ def main(build, base=None):
     found = touched_units(units, read_tree(), changed_since(base)) if base else list(units)
     # The largest, which the build compiles last, go first, so that no processor waits for them.
     for unit in reversed(found):
-        print(f"--checks={checks(units[unit])}\n{unit}")
+        print(f"--checks={checks(unit, units[unit])}\n{unit}")
 
 
 if __name__ == "__main__":
