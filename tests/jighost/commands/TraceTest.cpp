@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <sstream>
 
+#include "jighost/output/Json.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportJighost.h"
 
@@ -285,6 +286,38 @@ TEST_F(TraceCommandTest, ChosenOperationsAreReplayed) {
     const std::string both = "the trace was cut off at " + hung + "; " + hung + '\n';
     expect({"--failed"}, 5, "0 operations, 0 calls as recorded\n" + both);
     expect({}, 5, "1 operation, 1 call as recorded\n" + both);
+}
+
+TEST_F(TraceCommandTest, ProgramsAreToldTheSameAsPeople) {
+    const auto json = [](std::vector<std::string> arguments, int exitCode) {
+        arguments.emplace_back("--json");
+        const JIGHOST_RUN run = RunJighost(arguments);
+        EXPECT_EQ(run.exitCode, exitCode) << run.errors;
+        return Json::parse(run.output);
+    };
+    const std::string failure = R"({"kind":"integer","code":-5,"message":"a\u001bb"})";
+    std::string failed = Answer(2, 1);
+    failed.replace(failed.find("null,\"time"), 4, failure);
+    WriteFile("good.jsonl", START + Read(1, BODY_54321, 0));
+    WriteFile(
+        "bad.jsonl", START + Read(1, BODY_54322, 0) + Begin(2, "EnterFactoryMode") +
+                         Call(2, 1, "Get", BODY_ID, "") + failed + Call(2, 2, "Get", BODY_ID, ""));
+
+    const Json shown = json({"trace", "bad.jsonl", "--show", "2"}, 0);
+    EXPECT_EQ(shown["calls"][0]["failure"], Json::parse(failure));
+    EXPECT_FALSE(shown["calls"][1].contains("failure"));  // it never returned
+    EXPECT_EQ(shown["record_after"], nullptr);
+
+    const Json difference = json({"trace", "diff", "good.jsonl", "bad.jsonl"}, 5)["first"];
+    EXPECT_EQ(difference["good"], BODY_54321);
+    EXPECT_EQ(difference["bad"], BODY_54322);
+
+    const Json replay = json({"replay", "bad.jsonl"}, 5);
+    EXPECT_EQ(replay["operations"], 1);
+    EXPECT_EQ(replay["calls"], 1);
+    EXPECT_EQ(replay["difference"]["operation"], 2);
+    EXPECT_EQ(replay["difference"]["where"], "call 1");
+    EXPECT_EQ(json({"replay", "good.jsonl"}, 0)["difference"], nullptr);
 }
 
 TEST_F(TraceCommandTest, RecordingOfA32BitWindowsHostIsReplayed) {
