@@ -1,7 +1,8 @@
 // A module that does what the file harm.txt says: "crash" or "hang" when it is loaded,
 // "exit" when it registers; with "leave" it registers as the module beside it does, and ends the
 // program when it is unloaded; with "strange" it registers those in directions that there are not,
-// with "nameless" one without a name; else it registers two operations in a way that is not theirs.
+// with "nameless" one without a name; with "refuse" it registers nothing and fails; else it
+// registers two operations in a way that is not theirs.
 #include <cstdlib>
 #include <fstream>
 #include <string>
@@ -58,6 +59,9 @@ extern "C" MODULE_API std::int32_t RegisterEventProcList(EVENT_PROC_REGISTER_FUN
             GetProcAddress(LoadLibraryA(sound.c_str()), "RegisterEventProcList"));
         return reinterpret_cast<decltype(&RegisterEventProcList)>(pRegister)(
             IsAsked("leave") ? callback : &RegisterStrangely);
+    }
+    if (IsAsked("refuse")) {
+        return 3;
     }
     std::int32_t size = 4;
     std::int32_t direction = EVENT_PROC_OUT;

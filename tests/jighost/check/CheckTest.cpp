@@ -5,12 +5,16 @@
 #include <filesystem>
 #include <string>
 
+#include "jighost/check/Registrations.h"
+#include "jighost/output/Json.h"
 #include "platform/Program.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportJighost.h"
+#include "tests/support/SupportOperations.h"
 
 using testing::ContainsRegex;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 namespace {
 
@@ -117,6 +121,10 @@ TEST(JighostDoctorTest, EachReasonNotToServeIsNamed) {
     header += std::string("\x40\0\0\0PE\0\0", 8) + (sizeof(void*) == 8 ? "\x4C\1" : "\x64\x86");
     WriteFile("windows.dll", header);
     expect("windows.dll", "failed +word size +..-bit Windows library, but this host");
+    WriteFile("arm.dll", header.replace(0x44, 2, "\x64\xAA"));
+    expect("arm.dll", "failed +word size +Windows library, but this host");
+    WriteFile("old.exe", "MZ" + std::string(100, '\0'));
+    expect("old.exe", "failed +word size +an old program, no library");
     WriteFile("cut.so", ReadFile(BuildFolder() / MODULE_FILE).substr(0, 5000));
     expect("cut.so", "failed +word size +.*cut off");
     expect((BuildFolder() / BODYLNK_FILE).string(), "failed +exports +without Register");
@@ -134,6 +142,58 @@ TEST(JighostDoctorTest, EachReasonNotToServeIsNamed) {
     EXPECT_EQ(own.exitCode, 3);
     EXPECT_THAT(own.output, ContainsRegex("failed +log file +.*JigDll.log is no regular file"));
     EXPECT_EQ(RunJighost({"doctor", ""}).exitCode, 2) << "a script's variable that is empty";
+}
+
+TEST(JighostDoctorTest, ProgramsAndDebuggersAreToldAllChecksInTheirOrder) {
+    const FreshFolder folder;
+    const auto states = [](const std::vector<std::string>& arguments, int exitCode) {
+        const JIGHOST_RUN run = RunJighost(arguments);
+        EXPECT_EQ(run.exitCode, exitCode);
+        const Json document = Json::parse(run.output);
+        EXPECT_EQ(document["serves"], exitCode == 0);
+        std::string text;
+        for (const Json& check : document["checks"]) {
+            text += check["check"].get<std::string>() + ' ' + check["state"].get<std::string>() +
+                    (check["text"] == "not tested" ? " not tested, " : ", ");
+        }
+        return text;
+    };
+    EXPECT_EQ(
+        states({"doctor", "none.so", "--json"}, 3),
+        "found failed, word size - not tested, loads - not tested, exports - not tested, "
+        "registrations - not tested, unloads - not tested, log file ok, shared blocks ok, ");
+    EXPECT_FALSE(std::filesystem::exists("JigDll.log")) << "nor before";
+    EXPECT_EQ(
+        states({"doctor", "--json"}, 0),
+        "found ok, word size ok, loads ok, exports ok, registrations ok, unloads ok, log file ok, "
+        "shared blocks ok, ");
+
+    const JIGHOST_RUN sound = RunJighost({"doctor", "--in-process"});
+    EXPECT_EQ(sound.exitCode, 0);
+    EXPECT_EQ(CountLines(sound.output, "jighost-check\tok\tregistrations\t131"), 1U);
+    EXPECT_EQ(CountLines(sound.output, "jighost-check\tok\tunloads\twithout harm"), 1U);
+    const JIGHOST_RUN missing = RunJighost({"doctor", "none.so", "--in-process"});
+    EXPECT_EQ(missing.exitCode, 3);
+    EXPECT_THAT(missing.output, StartsWith("jighost-check\tfailed\tfound\tthere is no file "));
+    EXPECT_EQ(CountLines(missing.output, "jighost-check\t-\tloads\tnot tested"), 1U);
+}
+
+TEST(JighostDoctorTest, RegistrationsThatAreNotAsTheyShouldBeAreTold) {
+    std::vector<REGISTERED_OPERATION> operations;
+    for (const OPERATION_FACTS& facts : AllFacts()) {
+        operations.push_back({facts.name.c_str(), nullptr, facts.size, facts.direction});
+    }
+    EXPECT_EQ(RegistrationFaults(operations), "");
+    std::vector<REGISTERED_OPERATION> changed = operations;
+    std::swap(changed[1], changed[2]);
+    EXPECT_EQ(RegistrationFaults(changed), ", in another order than expected");
+    changed = operations;
+    changed[0].name = "Foreign";
+    changed[1].direction = 1;
+    EXPECT_EQ(
+        RegistrationFaults(changed), ", missing: " + AllFacts()[0].name + ", too many: Foreign, " +
+                                         AllFacts()[1].name +
+                                         " with size 0 and direction 1 in place of 0 and 3");
 }
 
 TEST(JighostDoctorTest, ModuleThatDoesHarmIsToldAndEndsNobodyElse) {
@@ -156,6 +216,12 @@ TEST(JighostDoctorTest, ModuleThatDoesHarmIsToldAndEndsNobodyElse) {
         "20 and 1\n");
     expect("leave", "ok +registrations +131\nfailed +unloads +ends the program: exit code 0");
     expect("nameless", "failed +registrations +.*without a name");
+    expect("refuse", "failed +registrations +.*does not register: RESULT_INVALID_PARAMETER .3.\n");
+    WriteFile("harm.txt", "nothing");
+    EXPECT_THAT(
+        RunJighost({"run", "GetBodyID", "--module", BadModule()}).errors,
+        HasSubstr("does not register GetBodyID\n"))
+        << "its procedure is null";
     WriteFile("cut.so", ReadFile(BuildFolder() / MODULE_FILE).substr(0, 100'000));
     const JIGHOST_RUN run = RunJighost({"run", "GetBodyID", "--module", "cut.so"});
     EXPECT_EQ(run.exitCode, 3);

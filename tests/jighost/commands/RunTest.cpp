@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <tuple>
 
 #include "bodylnk/SimulatedBody.h"
 #include "jighost/session/BodyFile.h"
@@ -31,6 +32,26 @@ TEST_F(JighostTest, ExitCodesTellTheKindOfFailure) {
     EXPECT_EQ(RunSequence("steps:\n" + TOO_LONG + ", expect: RESULT_NOT_FOUND}\n").exitCode, 5);
 }
 
+TEST_F(JighostTest, FaultsAreGivenRightAndMet) {
+    const std::tuple<std::string, int, std::string> lines[] = {
+        {"--fault GetBodyID:1=0x2001 GetBodyID", 4, "GetBodyID failed: [EVNT] --fault GetBodyID:1"},
+        {"GetBodyID --fault SaveBodyID:1=3", 5, "no call has met the fault SaveBodyID:1=3\n"},
+        {"SetSlitRollingMode AccumulateTime=85 --fault SaveBodyID:1=3", 4, "no call has met"},
+        {"GetBodyID --fault GetBodyID:1:word=7", 5, "no call has met the fault GetBodyID:1:word=7"},
+        {"GetBodyID --fault GetBodyID:1@0=7", 2, "expected an attempt's number from 1 on: "},
+        {"GetBodyID --fault GetBodyID:0=7", 2, "expected a call's number from 1 on: "},
+        {"GetBodyID --fault GetBodyID:1=x", 2, "expected a number from -2147483648 to 2147483647"},
+        {"GetBodyID --fault GetBodyID=7", 2, "GetBodyID is an operation: expected the number of"},
+        {"GetBodyID --fault GetBodyIDs:1=7", 2, "'GetBodyIDs'; did you mean 'GetBodyID'"},
+        {"GetBodyID --fault FA_GetCalender=7", 2, "did you mean 'FA_GetCalendar'"},
+    };
+    for (const auto& [line, exitCode, error] : lines) {
+        const JIGHOST_RUN run = RunLine("run " + line);
+        EXPECT_EQ(run.exitCode, exitCode) << line;
+        EXPECT_THAT(run.errors, HasSubstr(error));
+    }
+}
+
 TEST_F(JighostTest, OnlySavedValuesOutliveTheRun) {
     const std::string before = ReadFile("body.yaml");
     EXPECT_EQ(RunSequence("steps:\n" + SET_OWNER, {"--body", "body.yaml"}).exitCode, 0);
@@ -55,6 +76,8 @@ TEST_F(JighostTest, BadBodyIsRefusedWithItsLineAndLeftAsItIs) {
         {"format: 1\ncalendar: [1, 2]\n", "2: expected a list of 9 numbers"},
         {"format: 1\nproperties:\n  0x01000007: 49 4d\n", "3: expected 8 bytes"},
         {"format: 1\nproperties:\n  0x09000007: 49\n", "3: expected the id of a property"},
+        {"format: 1\nproperties:\n  0x02040002: 41420000\n  0x2040002: 41420000\n",
+         "4: expected each property once, got '0x2040002' again"},
         {"format: 1\neeprom: [", "2: expected YAML"},
     };
     for (const auto& [text, message] : bodies) {
@@ -64,6 +87,15 @@ TEST_F(JighostTest, BadBodyIsRefusedWithItsLineAndLeftAsItIs) {
         EXPECT_THAT(run.errors, HasSubstr("bad.yaml:" + message));
         EXPECT_EQ(ReadFile("bad.yaml"), text);
     }
+}
+
+TEST_F(JighostTest, BodyOfMoreLinesThanAnybodyWritesIsRefusedUnread) {
+    WriteFile("lines.yaml", std::string(2'000'001, '\n'));
+    const JIGHOST_RUN run = RunJighost({"body", "show", "lines.yaml"});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(
+        run.errors,
+        "jighost: lines.yaml: expected at most 2000000 lists, maps, elements and lines\n");
 }
 
 TEST_F(JighostTest, BodyThatIsCutAtALineEndIsNoWholeBody) {

@@ -275,7 +275,10 @@ TEST_F(TraceCommandTest, ChosenOperationsAreReplayed) {
     expect({"--from", "2"}, 5, "operation 3, EnterFactoryMode, differs in call 1\n");
     expect({"--failed"}, 5, "0 operations, 0 calls as recorded\noperation 3, EnterFactoryMode, ");
     expect({"--from", "5"}, 2, "line.jsonl: expected an operation from 1 to 4, got 5\n");
+    expect({"--from", "2", "--until", "2"}, 0, "1 operation, 1 call as recorded\n");
     expect({"--from", "3", "--until", "2"}, 2, "--until comes ahead of --from\n");
+    expect({"--operation", "1", "--from", "1"}, 2, "expected --operation, or --from and --until\n");
+    expect({"--operation", "x"}, 2, "--operation: expected an operation's number, got 'x'\n");
     expect({"--until", "2", "--failed"}, 2, "expected an operation at least that failed");
     // Calls of two threads that never returned.
     WriteFile(

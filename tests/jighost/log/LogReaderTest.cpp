@@ -98,6 +98,7 @@ TEST(JighostLogTest, LineThatBeginsWithinAnotherOneIsALine) {
         OPENED + "@[VALU] Coun@[----]\n@[FUNC] MPUReset\n" +
         "@[ERR!] - [EVNT] nHD@[FUNC] MPUReset - 3\n" +
         "@[FUNC] SetBodyID - 20@[----]\n@[FUNC] GetBodyI@[FUNC] GetBodyID - 0\n" +
+        "@[----]\n@[FUNC] GetTimeZone@[FUNC] GetTimeZone - 0\n" +
         // A row of bytes, written byte by byte, and another host's lines in it.
         "@[----]\n@[FUNC] GetIcuFirmwareVersion\n@[VALU] Data[ 00000000 ] -  31 32 " +
         "@[----]\n@[FUNC] GetSensorNumber\n33 @[FUNC] GetSensorNumber - 0\n34 \n" +
@@ -105,7 +106,7 @@ TEST(JighostLogTest, LineThatBeginsWithinAnotherOneIsALine) {
     EXPECT_EQ(
         Read(Timed(log)),
         "GetLanguage 0\nSetBodyID open interleaved\nMPUReset 3 [EVNT] nHD\n"
-        "GetBodyID 0 unopened\nGetIcuFirmwareVersion 0\nGetSensorNumber 0\n");
+        "GetBodyID 0 unopened\nGetTimeZone 0\nGetIcuFirmwareVersion 0\nGetSensorNumber 0\n");
 }
 
 TEST(JighostLogTest, LinesOfAnErrorTextAreNoLinesOfTheLog) {
@@ -150,6 +151,36 @@ TEST(JighostLogTest, OperationWithHugePrefixesIsShownWithoutItsClosingLine) {
     for (const std::size_t pieceSize : {std::size_t{4096}, log.size()}) {
         EXPECT_EQ(Read(Timed(log), pieceSize), "SetBodyID open lost\nGetBodyID 0\n");
     }
+}
+
+// The middle of such a line is left out, and what is left is no line of its own.
+TEST(JighostLogTest, LineThatIsTooLongAndEndsLikeAClosingLineClosesNothing) {
+    const std::string huge(200'000, 'x');
+    const std::string log = "[FUNC] GetBodyID\n[VALU] " + huge +
+                            "[FUNC] GetBodyID - 5\n[FUNC] GetBodyID - 0\n[FUNC] SaveBodyID\n"
+                            "[ERR!] - " +
+                            huge + "\n[FUNC] SaveBodyID - 3\n";
+    for (const std::size_t pieceSize : {std::size_t{4096}, log.size()}) {
+        EXPECT_EQ(
+            Read(log, pieceSize), "GetBodyID 0\nSaveBodyID 3 " + huge.substr(0, 500) + "...\n");
+    }
+}
+
+TEST(JighostLogTest, ErrorTextEndsWithItsLimits) {
+    const auto read = [](const std::string& text) {
+        return Read("[FUNC] SetBodyID\n[ERR!] - E\n" + text + "[FUNC] SetBodyID - 3\n", 4096);
+    };
+    std::string lines;
+    std::string told;
+    for (int line = 0; line < 31; ++line) {
+        lines += "x\n";
+        told += "\nx";
+    }
+    EXPECT_EQ(read(lines), "SetBodyID 3 E" + told + '\n');
+    EXPECT_EQ(read(lines + "x\n"), "SetBodyID 3 E\n") << "one line more";
+    const std::string huge = std::string(120'000, 'x') + '\n';
+    EXPECT_EQ(read(huge + huge), "SetBodyID 3 E\n" + huge.substr(0, 498) + "...\n");
+    EXPECT_EQ(read(huge + huge + huge), "SetBodyID 3 E\n") << "more than 262,144 bytes";
 }
 
 // --- Several hosts ---

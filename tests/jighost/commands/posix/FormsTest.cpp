@@ -191,6 +191,25 @@ TEST_F(JighostFormsTest, DumpsAreToldAndCompared) {
                  "RESULT_RUNTIME_ERROR (7)")});
 }
 
+TEST_F(JighostFormsTest, FailedDumpIsReplayedInAFolderThatGoesAgain) {
+    std::filesystem::create_directory("a");
+    std::filesystem::create_directory("scratch");
+    const std::string fault = "LoadPropertyData:3=0x2001";
+    ASSERT_EQ(RunShell("\"$0\" dump a --trace dump.jsonl --fault " + fault).exitCode, 4);
+    Expect({"replay dump.jsonl", 0, "1 operation, 3 calls as recorded\n", ""});
+    const std::string trace = ReadFile("dump.jsonl");
+    const std::size_t result = trace.rfind("\"result\":8193");
+    ASSERT_NE(result, std::string::npos);
+    WriteFile("other.jsonl", std::string(trace).replace(result + 9, 4, "8195"));
+    Expect(
+        {"replay other.jsonl", 5,
+         "0 operations, 3 calls as recorded\noperation 1, LoadPropertyData, differs in result\n"
+         "  expected: event or link code (8195)\n  made:     event or link code (8193)\n",
+         ""});
+    ASSERT_EQ(RunShell("TMPDIR=scratch \"$0\" replay dump.jsonl").exitCode, 0);
+    EXPECT_TRUE(std::filesystem::is_empty("scratch"));
+}
+
 // --- Sequences ---
 
 TEST_F(JighostFormsTest, SequencesAreToldStepByStep) {

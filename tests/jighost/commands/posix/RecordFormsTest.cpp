@@ -70,6 +70,8 @@ TEST_F(JighostFormsTest, RecordsAreGivenAsBytesAndAsFields) {
          Refusal(
              "SetBodyID: --hex: expected 20 bytes as hexadecimal digits, two for each, got '" +
              bytes + "0000'")},
+        {"run SetOwnerName --hex " + std::string(64, '6') + " OwnerName=b", 0,
+         "OwnerName = \"b\"\nSetOwnerName: RESULT_SUCCESS (0)\n", ""},
         {"run SetTimeZone --hex 010000zz", 2, "",
          Refusal("SetTimeZone: --hex: expected 4 bytes as hexadecimal digits, two for each, got "
                  "'010000zz'")},
