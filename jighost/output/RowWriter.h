@@ -21,7 +21,7 @@ constexpr auto DIGIT_PAIRS = [] {
 inline void PutDigits(char* pEnd, std::size_t count, std::uint64_t number) {
     for (; count >= 2; count -= 2, number /= 100) {
         pEnd -= 2;
-        std::copy_n(&DIGIT_PAIRS[2 * (number % 100)], 2, pEnd);
+        std::copy_n(&DIGIT_PAIRS[2 * static_cast<std::size_t>(number % 100)], 2, pEnd);
     }
     if (count > 0) {
         *--pEnd = static_cast<char>('0' + number % 10);
