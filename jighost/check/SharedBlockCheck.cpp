@@ -1,10 +1,8 @@
 // Each block and its mutex opened once and closed again.
 #include "jighost/check/SharedBlockCheck.h"
 
-#include <chrono>
-#include <future>
 #include <memory>
-#include <thread>
+#include <string>
 
 #include "link/SharedMemory.h"
 #include "platform/Platform.h"
@@ -31,19 +29,8 @@ static const SHARED_BLOCK BLOCKS[] = {
     {"SHARED_NAME_CameraHandle", "MUTEX_NAME_CameraHandle", SHARED_TEXT_SIZE},
 };
 
-/// Nobody holds a mutex for longer than it takes to copy a block.
-static const std::chrono::seconds BLOCK_PATIENCE(2);
-
-/// Waits in a thread, since the wait itself knows no end.
-static bool CanTake(HANDLE mutex) {
-    const auto pTaken = std::make_shared<std::promise<void>>();
-    std::thread([mutex, pTaken] {
-        WaitForSingleObject(mutex, INFINITE);
-        ReleaseMutex(mutex);
-        pTaken->set_value();
-    }).detach();
-    return pTaken->get_future().wait_for(BLOCK_PATIENCE) == std::future_status::ready;
-}
+/// In ms. Nobody holds a mutex for longer than it takes to copy a block.
+static const DWORD BLOCK_PATIENCE = 2000;
 
 static std::string BlockErrorText(const SHARED_BLOCK& block, const char* what) {
     return std::string(what) + " " + block.name + " (error " + std::to_string(GetLastError()) + ")";
@@ -60,15 +47,19 @@ static std::string BlockFault(const SHARED_BLOCK& block) {
         return BlockErrorText(block, "can't map the block");
     }
     UnmapViewOfFile(pView);
-    Handle mutex(CreateMutexA(nullptr, FALSE, block.mutexName));
+    const Handle mutex(CreateMutexA(nullptr, FALSE, block.mutexName));
     if (mutex == nullptr) {
         return BlockErrorText(block, "can't open the mutex of the block");
     }
-    if (!CanTake(mutex.get())) {
-        static_cast<void>(mutex.release());  // the thread still waits for it
-        return std::string("another process keeps the mutex of the block ") + block.name;
+    switch (WaitForSingleObject(mutex.get(), BLOCK_PATIENCE)) {
+        case WAIT_TIMEOUT:
+            return std::string("another process keeps the mutex of the block ") + block.name;
+        case WAIT_FAILED:
+            return BlockErrorText(block, "can't take the mutex of the block");
+        default:
+            ReleaseMutex(mutex.get());
+            return "";
     }
-    return "";
 }
 
 std::string SharedBlockFault() {

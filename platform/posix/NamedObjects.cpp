@@ -126,12 +126,13 @@ bool IsOwnSet(int nSet) {
     return semctl(nSet, 0, IPC_STAT, argument) == 0 && CheckOwn(info.sem_perm);
 }
 
-/// Waits until all steps can be done at once.
+/// Waits until all steps can be done at once, with a time at most for that long; errno is EAGAIN
+/// then. A signal begins the time anew.
 template <std::size_t COUNT>
-bool Change(int nSet, sembuf (&steps)[COUNT]) {
+bool Change(int nSet, sembuf (&steps)[COUNT], const timespec* pTime = nullptr) {
     int nResult = 0;
     do {
-        nResult = semop(nSet, steps, COUNT);
+        nResult = semtimedop(nSet, steps, COUNT, pTime);
     } while (nResult != 0 && errno == EINTR);
     return nResult == 0;
 }
@@ -350,13 +351,18 @@ HANDLE CreateMutexA(void* /*pAttributes*/, BOOL /*initialOwner*/, const char* ps
     });
 }
 
-DWORD WaitForSingleObject(HANDLE mutex, DWORD /*milliseconds*/) {
+DWORD WaitForSingleObject(HANDLE mutex, DWORD milliseconds) {
     NamedObject* pMutex = ObjectOf(mutex);
     if (pMutex == nullptr) {
         return WAIT_FAILED;
     }
     sembuf steps[] = {{OWNER, 0, 0}, {OWNER, 1, SEM_UNDO}};
-    if (!Succeed(Change(pMutex->nSet, steps))) {
+    const timespec time = {milliseconds / 1000, milliseconds % 1000 * 1'000'000L};
+    if (!Change(pMutex->nSet, steps, milliseconds == INFINITE ? nullptr : &time)) {
+        if (errno == EAGAIN) {
+            return WAIT_TIMEOUT;
+        }
+        Succeed(false);
         return WAIT_FAILED;
     }
     pMutex->bOwned = true;

@@ -21,9 +21,10 @@ struct Process::STATE {
     int signal = 0;  // that killed it; 0 if none did
 };
 
-static pid_t Spawn(
-    const std::string& program, const std::vector<std::string>& arguments, int childSocket,
-    const std::string& errorPath) {
+/// Gives the system's error; 0 if the program runs.
+static int Spawn(
+    pid_t& pid, const std::string& program, const std::vector<std::string>& arguments,
+    int childSocket, const std::string& errorPath) {
     std::vector<char*> argv = {const_cast<char*>(program.c_str())};
     for (const std::string& argument : arguments) {
         argv.push_back(const_cast<char*>(argument.c_str()));
@@ -44,12 +45,11 @@ static pid_t Spawn(
     sigfillset(&all);
     posix_spawnattr_setsigdefault(&attributes, &all);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
-    pid_t pid = -1;
     const int error =
         posix_spawn(&pid, program.c_str(), &actions, &attributes, argv.data(), environ);
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
-    return error == 0 ? pid : -1;
+    return error;
 }
 
 Process::Process(
@@ -61,11 +61,11 @@ Process::Process(
         throw std::runtime_error("no socket for " + program);
     }
     m_pState->socket = sockets[0];
-    m_pState->pid = Spawn(program, arguments, sockets[1], errorPath);
+    const int error = Spawn(m_pState->pid, program, arguments, sockets[1], errorPath);
     close(sockets[1]);
-    if (m_pState->pid == -1) {
+    if (error != 0) {
         close(m_pState->socket);
-        throw std::runtime_error(program + " does not start");
+        throw std::runtime_error(program + " does not start (error " + std::to_string(error) + ")");
     }
 }
 

@@ -71,6 +71,7 @@ constexpr DWORD PAGE_READWRITE = 0x04;
 constexpr DWORD FILE_MAP_ALL_ACCESS = 0xF001F;
 constexpr DWORD INFINITE = 0xFFFFFFFF;
 constexpr DWORD WAIT_OBJECT_0 = 0;
+constexpr DWORD WAIT_TIMEOUT = 258;
 constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
 
 /// The calling thread's code of the last call of this family or that of the libraries that failed
@@ -98,7 +99,8 @@ BOOL UnmapViewOfFile(const void* pView);
 HANDLE CreateMutexA(void* pAttributes, BOOL initialOwner, const char* pszName);
 
 /// Takes the mutex; a mutex whose owner died passes to the next waiter. Who has it does not take it
-/// a second time. `milliseconds` is INFINITE.
+/// a second time. Gives WAIT_TIMEOUT if it is not free within `milliseconds`, of which INFINITE are
+/// no limit.
 DWORD WaitForSingleObject(HANDLE mutex, DWORD milliseconds);
 
 /// FALSE, and nothing is released, if the mutex was not taken through this handle.

@@ -92,6 +92,7 @@ Process::Process(
     const BOOL bStarted = CreateProcessW(
         WideText(program).c_str(), line.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED, nullptr,
         nullptr, &startup, &process);
+    const DWORD unError = GetLastError();
     CloseHandle(input.hRead);
     CloseHandle(output.hWrite);
     if (!errorPath.empty()) {
@@ -100,7 +101,8 @@ Process::Process(
     if (bStarted == FALSE) {
         CloseHandle(input.hWrite);
         CloseHandle(output.hRead);
-        throw std::runtime_error(program + " does not start");
+        throw std::runtime_error(
+            program + " does not start (error " + std::to_string(unError) + ")");
     }
     m_pState->hProcess = process.hProcess;
     m_pState->hJob = NewJob();

@@ -144,8 +144,9 @@ extern "C" MODULE_API int renameat2(
 extern "C" MODULE_API int semget(key_t key, int count, int flags) noexcept {
     return Call(semget, "semget", key, count, flags);
 }
-extern "C" MODULE_API int semop(int set, sembuf* pSteps, std::size_t count) noexcept {
-    return Call(semop, "semop", set, pSteps, count);
+extern "C" MODULE_API int semtimedop(
+    int set, sembuf* pSteps, std::size_t count, const timespec* pTime) noexcept {
+    return Call(semtimedop, "semtimedop", set, pSteps, count, pTime);
 }
 // What reads a value or removes the set does not fail.
 extern "C" MODULE_API int semctl(int set, int number, int command, ...) noexcept {

@@ -41,7 +41,8 @@ int FailOnce(std::string_view call) {
 /// Each call that waits or moves bytes, ahead of doing it at the second attempt.
 int Interrupt(std::string_view call) {
     static std::string_view s_Interrupted;
-    for (const std::string_view waiting : {"read", "write", "pwrite", "recv", "waitpid", "semop"}) {
+    for (const std::string_view waiting :
+         {"read", "write", "pwrite", "recv", "waitpid", "semtimedop"}) {
         if (call == waiting) {
             s_Interrupted = s_Interrupted == waiting ? "" : waiting;
             return s_Interrupted.empty() ? 0 : EINTR;
@@ -238,9 +239,10 @@ TEST_F(SystemCallTest, BlockThatDoesNotOpenSaysWhyAndTheNextOneDoes) {
         {{"semctl", EACCES}, ERROR_ACCESS_DENIED},
         {{"semctl", ENOMEM, 2}, ERROR_NOT_ENOUGH_MEMORY},  // a digit of the segment's id
         {{"semctl", EIDRM, 4}, ERROR_INVALID_HANDLE},
-        {{"semop", EIDRM}, ERROR_SUCCESS},
-        {{"semop", ENOSPC}, ERROR_NOT_ENOUGH_MEMORY},  // the kernel keeps only so many undoings
-        {{"semop", ENOSPC, 1}, ERROR_NOT_ENOUGH_MEMORY},
+        {{"semtimedop", EIDRM}, ERROR_SUCCESS},
+        {{"semtimedop", ENOSPC},
+         ERROR_NOT_ENOUGH_MEMORY},  // the kernel keeps only so many undoings
+        {{"semtimedop", ENOSPC, 1}, ERROR_NOT_ENOUGH_MEMORY},
         {{"shmget", ENOSPC, 1}, ERROR_NOT_ENOUGH_MEMORY},  // behind a look for a stale one
         {{"shmat", ENOMEM}, ERROR_NOT_ENOUGH_MEMORY},
     };

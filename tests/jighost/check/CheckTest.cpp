@@ -7,8 +7,10 @@
 
 #include "jighost/check/Registrations.h"
 #include "jighost/output/Json.h"
+#include "link/SharedMemory.h"
 #include "platform/Program.h"
 #include "tests/support/Support.h"
+#include "tests/support/SupportBlocks.h"
 #include "tests/support/SupportJighost.h"
 #include "tests/support/SupportOperations.h"
 
@@ -142,6 +144,16 @@ TEST(JighostDoctorTest, EachReasonNotToServeIsNamed) {
     EXPECT_EQ(own.exitCode, 3);
     EXPECT_THAT(own.output, ContainsRegex("failed +log file +.*JigDll.log is no regular file"));
     EXPECT_EQ(RunJighost({"doctor", ""}).exitCode, 2) << "a script's variable that is empty";
+    std::filesystem::remove_all("JigDll.log");
+    BlockHolder other;
+    EXPECT_EQ(other.Open("CameraHandle", SHARED_TEXT_SIZE), "created");
+    EXPECT_EQ(other.Do("lock"), "locked");
+    const JIGHOST_RUN kept = RunJighost({"doctor"});
+    EXPECT_EQ(kept.exitCode, 3);
+    EXPECT_THAT(
+        kept.output,
+        HasSubstr("failed  shared blocks  another process keeps the mutex of the block "
+                  "SHARED_NAME_CameraHandle\n"));
 }
 
 TEST(JighostDoctorTest, ProgramsAndDebuggersAreToldAllChecksInTheirOrder) {

@@ -260,6 +260,8 @@ TEST_F(ObjectsTest, SignalsEndNoWaitingAndTheLossOfTheObjectDoes) {
     EXPECT_EQ(owner.Open("LONE", 1), "created");
     EXPECT_EQ(owner.Do("lock"), "locked");
     const HANDLE hMutex = OpenMutex();
+    EXPECT_EQ(WaitForSingleObject(hMutex, 1), DWORD{WAIT_TIMEOUT});
+    EXPECT_EQ(ReleaseMutex(hMutex), FALSE) << "it is not this one's";
     std::promise<pthread_t> thread;
     auto result = std::async(std::launch::async, [&] {
         thread.set_value(pthread_self());

@@ -40,7 +40,8 @@ HANDLE StartIn(HPCON hConsole, const std::string& line) {
     PROCESS_INFORMATION process{};
     EXPECT_TRUE(CreateProcessW(
         nullptr, text.data(), nullptr, nullptr, FALSE, EXTENDED_STARTUPINFO_PRESENT, nullptr,
-        nullptr, &startup.startup.StartupInfo, &process));
+        nullptr, &startup.startup.StartupInfo, &process))
+        << GetLastError();
     CloseHandle(process.hThread);
     return process.hProcess;
 }
