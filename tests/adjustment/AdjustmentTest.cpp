@@ -1,22 +1,11 @@
-// Sensor and optics data where they are cut, and the camera's log where it does not come whole.
+// Optics data where they are cut, and the camera's log where it does not come whole.
 #include <filesystem>
 
 #include "tests/support/Support.h"
 
 namespace {
 
-class AdjustmentTest : public ModuleTest {};
-
-TEST_F(AdjustmentTest, SensorNumberIsLoggedUpToItsZeroAndTravelsWhole) {
-    char number[] = "0123456789ABCDEFbehind";
-    number[3] = '\0';
-    EXPECT_EQ(Run("SetSensorNumber", number), 0);
-    EXPECT_THAT(
-        Calls(), ElementsAre("Set 0x1000002 16: 30 31 32 00 34 35 36 37 38 39 41 42 43 44 45 46"));
-    EXPECT_EQ(Log(), Frame("SetSensorNumber", 0, "> [VALU] SensorNumber - 012\n"));
-}
-
-TEST_F(AdjustmentTest, PitchKeepsItsFractionAndLengthDropsIt) {
+TEST_F(ModuleTest, PitchKeepsItsFractionAndLengthDropsIt) {
     struct {
         std::int32_t raw;
         double pitch, length;

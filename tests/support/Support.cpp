@@ -272,3 +272,17 @@ void WriteFile(const std::filesystem::path& path, std::string_view bytes) {
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     EXPECT_TRUE(file.flush()) << path << " can't be written";
 }
+
+std::vector<std::string> TableLines(const std::string& name) {
+    std::ifstream file(std::filesystem::path(TEST_FOLDER) / name);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);) {
+        if (!line.empty() && line[0] != '#') {
+            lines.push_back(line);
+        }
+    }
+    if (lines.empty()) {
+        throw std::runtime_error("can't read the table " + name);
+    }
+    return lines;
+}

@@ -164,6 +164,10 @@ inline const std::string UNEXPECTED = "> [ERR!] UnExpected Exception\n";
 std::string ReadFile(const std::filesystem::path& path);
 void WriteFile(const std::filesystem::path& path, std::string_view bytes);
 
+/// The lines of a table beside the tests, named from their folder, without those that begin with
+/// '#'. Throws if there are none.
+std::vector<std::string> TableLines(const std::string& name);
+
 // --- Matchers of a log; each shows the whole log where it does not match ---
 
 /// The number of lines that are exactly `line`.
