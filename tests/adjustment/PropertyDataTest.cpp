@@ -207,12 +207,4 @@ TEST_F(DumpTest, FileThatCannotBeOpenedFailsTheRow) {
     EXPECT_FALSE(std::filesystem::exists("dump"));
 }
 
-TEST_F(DumpTest, BlockThatDoesNotOpenFailsTheOperation) {
-    EXPECT_EQ(m_Holder.Do("close"), "closed");
-    const NameTaken taken("SHARED_NAME_FOLDER");
-    EXPECT_EQ(Run("LoadPropertyData"), 1);
-    EXPECT_THAT(Calls(), IsEmpty());
-    EXPECT_EQ(Log(), FailedFrame("LoadPropertyData", 1, "[WAPI] CreateFileMapping"));
-}
-
 }  // namespace

@@ -5,7 +5,6 @@
 #include <iostream>
 #include <map>
 
-#include "adjustment/ABoardEeprom.h"
 #include "identity/BodyID.h"
 #include "link/BodyLink.h"
 #include "tests/support/Driver.h"
@@ -197,25 +196,6 @@ TEST_F(FaultTest, NullExceptionPointerIsUnexpected) {
     });
     EXPECT_EQ(Run("SaveBodyID"), 33);
     EXPECT_EQ(Log(), Frame("SaveBodyID", 33, UNEXPECTED));
-}
-
-// Each word read is one call, each word written four.
-TEST_F(FaultTest, EepromWordsAheadOfAFailureStayDone) {
-    ABOARD_EEPROM_DATA_T data{};
-    data.Address = 10;
-    data.Count = 3;
-    SimulatedBody::Eeprom()[10] = 0x1234;
-    SimulatedBody::FailCall(3);  // DisablePowerSave, word 10, word 11
-    EXPECT_EQ(Run("GetABoardEepromData", &data), LINK_FAILURE);
-    EXPECT_EQ(data.Data[10], 0x1234U);
-    EXPECT_EQ(data.Data[11], 0U);
-
-    data.Data[10] = data.Data[11] = 0x5678;
-    const std::uint16_t before = SimulatedBody::Eeprom()[11];
-    SimulatedBody::FailCall(1 + 2 * 4);
-    EXPECT_EQ(Run("SetABoardEepromData", &data), LINK_FAILURE);
-    EXPECT_EQ(SimulatedBody::Eeprom()[10], 0x5678);
-    EXPECT_EQ(SimulatedBody::Eeprom()[11], before);
 }
 
 }  // namespace

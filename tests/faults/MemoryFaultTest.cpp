@@ -2,11 +2,8 @@
 // to pay for it.
 #include <algorithm>
 #include <fstream>
-#include <sstream>
 
-#include "identity/BodyID.h"
 #include "link/SharedMemory.h"
-#include "tests/support/Driver.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportProcess.h"
 
@@ -48,46 +45,13 @@ TEST_F(MemoryFaultTest, CameraLogBeyondTheMemoryIsRefused) {
     EXPECT_THAT(Log(), HasLine("> [ERR!] - [VALU] pbyData"));
     EXPECT_EQ(Calls().back(), "ExecuteAndGetSize FA_GetCameraLogStart");
 }
-
-// A block is attached once when it is opened and once more for its view.
-TEST_F(MemoryFaultTest, BlockThatCannotBeMappedFailsTheOperationAndIsClosed) {
-    BODY_ID_T bodyID{};
-    const EVENT_PROC getBodyID = Operation("GetBodyID");
-    EXPECT_EQ(Run("GetBodyID", &bodyID), 0);
-    ClearLog();
-    std::int32_t result = 0;
-    {
-        const Limit addresses(
-            RLIMIT_AS, MEMORY().addresses + static_cast<std::size_t>(sysconf(_SC_PAGESIZE)));
-        result = getBodyID(&bodyID);
-    }
-    EXPECT_EQ(result, 1);
-    EXPECT_EQ(Log(), FailedFrame("GetBodyID", 1, "[WAPI] MapViewOfFile"));
-    EXPECT_FALSE(IsBlockHeld("BODYID"));
-}
 #endif
-
-/// Sizes in bytes of the segments that this process has created. Size and creator are the fourth
-/// and fifth columns of the system's table.
-std::vector<std::size_t> SegmentSizes() {
-    std::ifstream table("/proc/sysvipc/shm");
-    std::vector<std::size_t> sizes;
-    for (std::string line; std::getline(table, line);) {
-        std::istringstream columns(line);
-        std::string key, id, permissions;
-        std::size_t size = 0;
-        pid_t creator = 0;
-        if (columns >> key >> id >> permissions >> size >> creator && creator == getpid()) {
-            sizes.push_back(size);
-        }
-    }
-    return sizes;
-}
 
 template <class Block>
 void ExpectSize(std::size_t size) {
     const Block block;
-    EXPECT_THAT(SegmentSizes(), ElementsAre(size));
+    EXPECT_THAT(Segments(), testing::Contains(testing::Pair(getpid(), size)).Times(1));
+    EXPECT_THAT(Segments(), testing::Contains(testing::Key(getpid())).Times(1));
 }
 
 TEST_F(MemoryFaultTest, BlocksHaveTheSizesThatOthersKnow) {

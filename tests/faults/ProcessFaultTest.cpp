@@ -5,7 +5,6 @@
 #include <chrono>
 #include <cstring>
 #include <deque>
-#include <fstream>
 #include <iostream>
 #include <random>
 
@@ -13,6 +12,7 @@
 #include "tests/support/Driver.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportBlocks.h"
+#include "tests/support/SupportProcess.h"
 
 namespace {
 
@@ -53,20 +53,6 @@ class ProcessFaultTest : public ModuleTest {
         return bytes;
     }
 
-    /// Segments of KILL_SIZE that the system holds. The size is the fourth column of its table.
-    static std::size_t SegmentCount() {
-        std::ifstream table("/proc/sysvipc/shm");
-        EXPECT_TRUE(table.is_open());
-        std::size_t count = 0;
-        for (std::string line; std::getline(table, line);) {
-            std::istringstream columns(line);
-            std::string column;
-            columns >> column >> column >> column >> column;
-            count += column == std::to_string(KILL_SIZE) ? 1 : 0;
-        }
-        return count;
-    }
-
     const std::string m_Name = "TEST";
     std::minstd_rand m_Random{20};
 };
@@ -83,7 +69,7 @@ TEST_F(ProcessFaultTest, HolderIsKilledAtAnyMoment) {
     }
     EXPECT_EQ(created, kills);
     EXPECT_FALSE(IsBlockHeld(m_Name));
-    EXPECT_EQ(SegmentCount(), 0U);
+    EXPECT_THAT(Segments(), testing::Not(testing::Contains(testing::Pair(testing::_, KILL_SIZE))));
     std::cout << "[ COUNTED  ] kill: " << kills << '\n';
 }
 
@@ -108,7 +94,7 @@ TEST_F(ProcessFaultTest, OneOfSeveralHoldersIsKilled) {
         held.FreeSharedMemory();
     }
     EXPECT_FALSE(IsBlockHeld(m_Name));
-    EXPECT_EQ(SegmentCount(), 0U);
+    EXPECT_THAT(Segments(), testing::Not(testing::Contains(testing::Pair(testing::_, KILL_SIZE))));
 }
 
 /// A block and its mutex, taken, with 'x' as its first byte.

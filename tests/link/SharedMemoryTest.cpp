@@ -179,13 +179,14 @@ TEST_F(SharedMemoryTest, OperationWaitsForTheLock) {
 }
 
 TEST_F(SharedMemoryTest, BlockThatDoesNotOpenFailsTheOperation) {
-    {
-        const NameTaken taken("SHARED_NAME_BODYID");
-        for (const char* pszName : {"SetBodyID", "GetBodyID"}) {
-            EXPECT_EQ(Run(pszName, &m_BodyID), 1);
-            EXPECT_THAT(Calls(), IsEmpty());
-            EXPECT_EQ(Log(), FailedFrame(pszName, 1, "[WAPI] CreateFileMapping"));
-        }
+    for (const auto& [pszBlock, pszName] :
+         {std::pair("SHARED_NAME_BODYID", "SetBodyID"),
+          {"SHARED_NAME_BODYID", "GetBodyID"},
+          {"SHARED_NAME_FOLDER", "LoadPropertyData"}}) {
+        const NameTaken taken(pszBlock);
+        EXPECT_EQ(Run(pszName, &m_BodyID), 1);
+        EXPECT_THAT(Calls(), IsEmpty());
+        EXPECT_EQ(Log(), FailedFrame(pszName, 1, "[WAPI] CreateFileMapping"));
     }
     EXPECT_EQ(Run("SetBodyID", &m_BodyID), 0);
 }

@@ -1,5 +1,6 @@
 // Operations at the edges of their values, against a table: all steps, the record, the result.
 #include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <iterator>
 #include <sstream>
@@ -14,6 +15,7 @@ struct EDGE {
     std::vector<std::function<void()>> setUps = {};  ///< of the body, behind those of the facts
     Steps behind = {};                               ///< the closing line
     bool bNull = false;                              ///< the host gives no record
+    std::string file = {};  ///< the bytes of CameraLog behind the run; empty if it is not looked at
 };
 
 std::uint32_t CountIn(std::istream& line) {
@@ -29,6 +31,9 @@ std::function<void()> SetUpIn(const std::string& key, std::istream& line) {
     if (key == "throw") {
         return [n = CountIn(line)] { FailCall(n, {.kind = FAULT::STANDARD_EXCEPTION}); };
     }
+    if (key == "prefix") {
+        return [n = CountIn(line)] { FailLinePrefix(n); };
+    }
     if (key == "failevent") {
         return [event = TextIn(line)] { FailEvent(event); };
     }
@@ -37,6 +42,20 @@ std::function<void()> SetUpIn(const std::string& key, std::istream& line) {
         std::istringstream words(TextIn(line));
         const std::vector<std::int32_t> values(std::istream_iterator<std::int32_t>(words), {});
         return [=] { ScriptEvent(event, values); };
+    }
+    if (key == "cameralog") {
+        return [bytes = FromHex(TextIn(line))] { SetCameraLog(bytes); };
+    }
+    if (key == "returnsize") {
+        std::istringstream sizes(TextIn(line));
+        const std::uint32_t reported = CountIn(sizes);
+        return [reported, left = CountIn(sizes)] { ScriptReturnSize(reported, left); };
+    }
+    if (key == "folder") {
+        return [path = TextIn(line)] {
+            std::filesystem::remove(path);
+            std::filesystem::create_directory(path);
+        };
     }
     if (key == "ini") {
         std::string keys = TextIn(line);
@@ -71,6 +90,8 @@ std::vector<EDGE> Edges() {
                 edge.setUps.push_back(std::move(setUp));
             } else if (key == "behind") {
                 edge.behind.push_back(TextIn(words));
+            } else if (key == "file") {
+                edge.file = TextIn(words);
             } else if (key == "null") {
                 edge.bNull = TextIn(words) == "yes";
             } else {
@@ -83,10 +104,12 @@ std::vector<EDGE> Edges() {
 
 TEST_F(ModuleTest, EdgesOfOperationsHaveTheirStepsAndLeaveTheRecord) {
     const std::vector<EDGE> edges = Edges();
-    EXPECT_EQ(edges.size(), 54U);
+    EXPECT_EQ(edges.size(), 65U);
     for (const EDGE& edge : edges) {
         SCOPED_TRACE(edge.title);
         SetUpBody(edge.facts);
+        std::filesystem::remove("CameraLog");
+        WriteFile("CameraLog", "earlier");
         for (const auto& setUp : edge.setUps) {
             setUp();
         }
@@ -96,6 +119,10 @@ TEST_F(ModuleTest, EdgesOfOperationsHaveTheirStepsAndLeaveTheRecord) {
         EXPECT_EQ(RunSteps(edge.facts.name, edge.bNull ? nullptr : record.data()), expected);
         EXPECT_EQ(Result(), edge.facts.result);
         EXPECT_EQ(Hex(record), Hex(LongRecord(Left(edge.facts))));
+        if (!edge.file.empty()) {
+            const SimulatedBody::Bytes bytes = FromHex(edge.file);
+            EXPECT_EQ(ReadFile("CameraLog"), std::string(bytes.begin(), bytes.end()));
+        }
     }
 }
 

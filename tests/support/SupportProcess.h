@@ -1,9 +1,15 @@
-// What a test takes from its own process for a while, on POSIX systems.
+// What a test takes from its own process for a while, and what it sees of others, on POSIX systems.
 #pragma once
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <unistd.h>
+
+#include <fstream>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
 
 /// Lowers a limit of this process for a while.
 class Limit {
@@ -43,3 +49,21 @@ class OrdinaryUser {
     static constexpr uid_t OTHER_USER = 65534;
     uid_t m_Former;
 };
+
+/// All blocks of memory that processes share: who has created each, and its size in bytes. Size and
+/// creator are the fourth and fifth columns of the system's table.
+inline std::vector<std::pair<pid_t, std::size_t>> Segments() {
+    std::ifstream table("/proc/sysvipc/shm");
+    EXPECT_TRUE(table.is_open());
+    std::vector<std::pair<pid_t, std::size_t>> segments;
+    const auto skipLine = [&] { table.ignore(std::numeric_limits<std::streamsize>::max(), '\n'); };
+    skipLine();
+    std::string word;
+    std::size_t size = 0;
+    pid_t creator = 0;
+    while (table >> word >> word >> word >> size >> creator) {
+        segments.emplace_back(creator, size);
+        skipLine();
+    }
+    return segments;
+}

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <functional>
 
+#include "identity/BodyID.h"
 #include "platform/FileLock.h"
 #include "platform/FileReader.h"
 #include "platform/GrowingFile.h"
@@ -228,6 +229,18 @@ int AttachedSegments() {
         count += line.find("/SYSV") != std::string::npos ? 1 : 0;
     }
     return count;
+}
+
+// A block is attached once when it is opened and once more for its view.
+TEST_F(SystemCallTest, BlockThatCannotBeMappedFailsTheOperationAndIsClosed) {
+    BODY_ID_T bodyID{};
+    s_Failure = {"shmat", ENOMEM, 1};
+    {
+        const AheadOfCalls failing(FailOnce);
+        EXPECT_EQ(Run("GetBodyID", &bodyID), 1);
+    }
+    EXPECT_EQ(Log(), FailedFrame("GetBodyID", 1, "[WAPI] MapViewOfFile"));
+    EXPECT_FALSE(IsBlockHeld("BODYID"));
 }
 
 TEST_F(SystemCallTest, BlockThatDoesNotOpenSaysWhyAndTheNextOneDoes) {
