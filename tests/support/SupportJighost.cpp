@@ -45,6 +45,13 @@ JIGHOST_RUN RunLine(const std::string& line) {
     return RunJighost(Words(line));
 }
 
+JIGHOST_RUN RunTo(int exitCode, const std::string& line, const std::string& error) {
+    JIGHOST_RUN run = RunLine(line);
+    EXPECT_EQ(run.exitCode, exitCode) << line << '\n' << run.errors;
+    EXPECT_THAT(run.errors, testing::HasSubstr(error)) << line;
+    return run;
+}
+
 std::vector<JIGHOST_RUN> RunAtOnce(const std::vector<std::string>& lines) {
     const auto errorPath = [](std::size_t i) { return "errors-" + std::to_string(i) + ".txt"; };
     std::vector<std::unique_ptr<Process>> processes;

@@ -28,6 +28,8 @@ JIGHOST_RUN RunJighost(const std::vector<std::string>& arguments);
 std::vector<std::string> Words(const std::string& line);
 /// As RunJighost, by these.
 JIGHOST_RUN RunLine(const std::string& line);
+/// The same, of a run that must end with this exit code and tell this on standard error.
+JIGHOST_RUN RunTo(int exitCode, const std::string& line, const std::string& error = "");
 
 /// Starts such runs at one moment and waits for all of them.
 std::vector<JIGHOST_RUN> RunAtOnce(const std::vector<std::string>& lines);

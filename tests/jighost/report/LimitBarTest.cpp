@@ -5,15 +5,18 @@
 
 namespace {
 
-struct BAR_CASE {
-    double value;
-    std::optional<double> min;
-    std::optional<double> max;
-    bool bWithin;
-};
+using Limit = std::optional<double>;
+
+RECORDED_MEASUREMENT BarMeasurement(std::optional<double> value, Limit min, Limit max) {
+    RECORDED_MEASUREMENT measurement;
+    measurement.number = value;
+    measurement.min = min;
+    measurement.max = max;
+    return measurement;
+}
 
 TEST(LimitBarTest, MarkIsInTheBandIfTheValueIsWithin) {
-    static constexpr BAR_CASE CASES[] = {
+    static constexpr std::tuple<double, Limit, Limit, bool> CASES[] = {
         {0, -4, 4, true},         {-4, -4, 4, true},
         {4, -4, 4, true},         {4.0000001, -4, 4, false},
         {-1e300, -4, 4, false},   {1.7e308, -1.7e308, 1.7e308, true},
@@ -25,31 +28,18 @@ TEST(LimitBarTest, MarkIsInTheBandIfTheValueIsWithin) {
         {7, 5, {}, true},         {4.9, 5, {}, false},
         {-1.7e308, 5, {}, false}, {-1.7e308, {}, -1.7e308, true},
     };
-    for (const BAR_CASE& each : CASES) {
-        RECORDED_MEASUREMENT measurement;
-        measurement.number = each.value;
-        measurement.min = each.min;
-        measurement.max = each.max;
-        const BAR_PLACES places = BarPlaces(measurement);
-        const bool bInBand = places.mark >= places.bandBegin && places.mark <= places.bandEnd;
-        EXPECT_EQ(bInBand, each.bWithin) << each.value << " at " << places.mark;
-        EXPECT_GE(places.mark, 1) << each.value;
-        EXPECT_LE(places.mark, 99) << each.value;
-        if (!each.bWithin) {
-            const bool bBelow = each.min && each.value < *each.min;
-            EXPECT_EQ(places.mark < places.bandBegin, bBelow) << each.value;
-        }
+    for (const auto& [value, min, max, bWithin] : CASES) {
+        const auto [begin, end, mark] = BarPlaces(BarMeasurement(value, min, max));
+        EXPECT_TRUE(mark >= 1 && mark <= 99) << value << " at " << mark;
+        EXPECT_EQ(mark >= begin && mark <= end, bWithin) << value << " at " << mark;
+        EXPECT_EQ(mark < begin, min && value < *min) << value << " at " << mark;
     }
 }
 
 TEST(LimitBarTest, DrawnOnlyOfNumbersWithLimits) {
-    RECORDED_MEASUREMENT measurement;
-    measurement.max = 2;
-    EXPECT_EQ(LimitBar(measurement).Text(), "");
-    measurement.number = 3;
-    EXPECT_NE(LimitBar(measurement).Text(), "");
-    measurement.max.reset();
-    EXPECT_EQ(LimitBar(measurement).Text(), "");
+    EXPECT_EQ(LimitBar(BarMeasurement({}, {}, 2)).Text(), "");
+    EXPECT_EQ(LimitBar(BarMeasurement(3, {}, {})).Text(), "");
+    EXPECT_NE(LimitBar(BarMeasurement(3, {}, 2)).Text(), "");
 }
 
 }  // namespace

@@ -6,38 +6,39 @@ using testing::HasSubstr;
 namespace {
 
 TEST_F(JighostTest, ReportsTellWhatTheRunCameTo) {
-    WriteFile(
-        "steps.yaml",
-        "format: 2\nname: owners\nparameters: {owner: {type: characters}}\nsteps:\n"
-        "  - operation: GetOwnerName\n"
-        "  - {operation: GetOwnerName, name: check, expect_fields: {OwnerName: \"${owner}\"}}\n"
-        "  - operation: GetBodyID\n");
+    WriteFile("steps.yaml", R"(format: 2
+name: owners
+parameters: {owner: {type: characters}}
+steps:
+  - operation: GetOwnerName
+  - {operation: GetOwnerName, name: check, expect_fields: {OwnerName: "${owner}"}}
+  - operation: GetBodyID
+)");
     WriteFile("lot.csv", "owner\nDesk\n\"Line 4\"\n");
     const std::string lot = "sequence steps.yaml --body body.yaml --table lot.csv";
-    EXPECT_EQ(RunLine(lot + " --report ${owner}.html --junit ${owner}.xml").exitCode, 5);
-    const std::string results = ReadFile("Desk.xml");
-    EXPECT_THAT(results, HasSubstr(R"(tests="3" failures="1" errors="0" skipped="1")"));
-    EXPECT_THAT(results, HasSubstr(R"(<property name="parameter owner" value="Desk"/>)"));
-    EXPECT_THAT(results, HasSubstr("[FUNC] GetOwnerName - 0\n"));
-    EXPECT_THAT(ReadFile("Desk.html"), HasSubstr("<title>failed: owners, serial 54321</title>"));
-    EXPECT_THAT(
-        ReadFile("Line 4.xml"), HasSubstr(R"(tests="3" failures="0" errors="0" skipped="0")"));
-    EXPECT_THAT(ReadFile("Line 4.html"), HasSubstr("<title>passed: owners, serial "));
+    RunTo(5, lot + " --report ${owner}.html --junit ${owner}.xml");
+    const std::pair<const char*, const char*> told[] = {
+        {"Desk.xml", R"(tests="3" failures="1" errors="0" skipped="1")"},
+        {"Desk.xml", R"(<property name="parameter owner" value="Desk"/>)"},
+        {"Desk.xml", "[FUNC] GetOwnerName - 0\n"},
+        {"Desk.html", "<title>failed: owners, serial 54321</title>"},
+        {"Line 4.xml", R"(tests="3" failures="0" errors="0" skipped="0")"},
+        {"Line 4.html", "<title>passed: owners, serial "}};
+    for (const auto& [file, text] : told) {
+        EXPECT_THAT(ReadFile(file), HasSubstr(text));
+    }
     for (const std::string option : {"--report", "--junit"}) {
-        EXPECT_THAT(
-            RunLine(lot + ' ' + option + " page").errors,
-            HasSubstr(option + " page: expected a file of its own for each row"));
-        EXPECT_EQ(RunLine(lot + ' ' + option + " nowhere/${owner}").exitCode, 2);
+        RunTo(2, lot + ' ' + option + " page", option + " page: expected a file of its own for");
+        RunTo(2, lot + ' ' + option + " nowhere/${owner}");
     }
     EXPECT_FALSE(std::filesystem::exists("page"));
     // Nothing runs on the first body if the second one's page can't be written.
     std::filesystem::create_directory("Desk");
-    EXPECT_EQ(RunLine(lot + " --report ${owner}/now.html").exitCode, 2);
+    RunTo(2, lot + " --report ${owner}/now.html");
     EXPECT_FALSE(std::filesystem::exists("Desk/now.html"));
-    const std::string one = "sequence steps.yaml --body body.yaml --set owner=Desk";
-    EXPECT_THAT(
-        RunLine(one + " --report page --junit page").errors,
-        HasSubstr("--junit page is the same file as --report"));
+    RunTo(
+        2, "sequence steps.yaml --body body.yaml --set owner=Desk --report page --junit page",
+        "--junit page is the same file as --report");
 }
 
 TEST_F(JighostTest, RunThatCannotBeginLeavesNoFormerReportAsItsOwn) {
@@ -58,16 +59,16 @@ TEST_F(JighostTest, RunThatCannotBeginLeavesNoFormerReportAsItsOwn) {
         {"nowhere" + plain, 2},
     };
     for (const auto& [options, exitCode] : cases) {
-        ASSERT_EQ(RunLine("sequence " + plain).exitCode, 0);
-        ASSERT_THAT(ReadFile("run.html"), HasSubstr("<title>passed: "));
-        EXPECT_EQ(RunLine("sequence --check good.yaml " + plain.substr(10)).exitCode, 0);
-        ASSERT_THAT(ReadFile("run.xml"), HasSubstr(R"(errors="0")")) << "nothing was to run";
-        EXPECT_EQ(RunLine("sequence " + options).exitCode, exitCode) << options;
+        RunTo(0, "sequence " + plain);
+        RunTo(0, "sequence --check good.yaml " + plain.substr(10));
+        ASSERT_THAT(ReadFile("run.html"), HasSubstr("<title>passed: ")) << "nothing was to run";
+        ASSERT_THAT(ReadFile("run.xml"), HasSubstr(R"(errors="0")"));
+        RunTo(exitCode, "sequence " + options);
         EXPECT_THAT(ReadFile("run.html"), HasSubstr("<title>error: ")) << options;
         EXPECT_THAT(ReadFile("run.xml"), HasSubstr(R"(tests="1" failures="0" errors="1")"));
     }
     // What is no report may be anybody's.
-    EXPECT_EQ(RunLine("sequence bad.yaml --set unit=a --junit good.yaml").exitCode, 2);
+    RunTo(2, "sequence bad.yaml --set unit=a --junit good.yaml");
     EXPECT_EQ(ReadFile("good.yaml"), text);
 }
 
