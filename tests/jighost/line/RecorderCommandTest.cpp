@@ -87,7 +87,8 @@ TEST_F(RecorderCommandTest, RecordsUntilItIsRemoved) {
 
 TEST_F(RecorderCommandTest, StatusOfHostileRecordingsIsBounded) {
     Install();
-    const std::string most(16'000'000, 'x');
+    std::string most;
+    most.resize(16'000'000, 'x');
     const std::string tooLong = "4711.jsonl: expected at most 16000000 bytes in a line\n";
     const std::tuple<std::string, int, std::string> recordings[] = {
         {"{\"started\":7}\r\n" + most + "\n" + most, 0, "\nrecordings  1 file, 32.0 MB\n"},

@@ -5,9 +5,9 @@
 
 namespace {
 
-using Limit = std::optional<double>;
+using BarNumber = std::optional<double>;
 
-RECORDED_MEASUREMENT BarMeasurement(std::optional<double> value, Limit min, Limit max) {
+RECORDED_MEASUREMENT BarMeasurement(BarNumber value, BarNumber min, BarNumber max) {
     RECORDED_MEASUREMENT measurement;
     measurement.number = value;
     measurement.min = min;
@@ -16,7 +16,7 @@ RECORDED_MEASUREMENT BarMeasurement(std::optional<double> value, Limit min, Limi
 }
 
 TEST(LimitBarTest, MarkIsInTheBandIfTheValueIsWithin) {
-    static constexpr std::tuple<double, Limit, Limit, bool> CASES[] = {
+    static constexpr std::tuple<double, BarNumber, BarNumber, bool> CASES[] = {
         {0, -4, 4, true},         {-4, -4, 4, true},
         {4, -4, 4, true},         {4.0000001, -4, 4, false},
         {-1e300, -4, 4, false},   {1.7e308, -1.7e308, 1.7e308, true},

@@ -1,9 +1,8 @@
 // What a sequence is given for a run: from the command line, from a table, from its own file.
 #include <filesystem>
-#include <nlohmann/json.hpp>
 
-#include "tests/support/Support.h"
 #include "tests/support/SupportJighost.h"
+#include "tests/support/SupportJson.h"
 
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -26,43 +25,35 @@ class ParameterTest : public JighostTest {
     ParameterTest() { WriteFile("body-of.yaml", OWNER_PARAMETERS + OWNER_STEPS); }
 
     static void Refuses(const std::string& options, const std::string& complaint) {
-        const JIGHOST_RUN run = RunLine("sequence body-of.yaml " + options);
-        EXPECT_EQ(run.exitCode, 2) << options;
-        EXPECT_THAT(run.errors, HasSubstr(complaint)) << options;
+        const JIGHOST_RUN run = RunTo(2, "sequence body-of.yaml " + options, complaint);
         EXPECT_EQ(run.output, "") << "before the first step";
     }
 };
 
 TEST_F(ParameterTest, ValuesStandInRecordsExpectationsAndNames) {
-    const JIGHOST_RUN run =
-        RunLine("sequence body-of.yaml --set serial=0x10 --set owner=a${owner}b --json");
-    EXPECT_EQ(run.exitCode, 0) << run.errors;
-    const auto record = nlohmann::json::parse(run.output);
-    EXPECT_EQ(record["sequence"]["name"], "body 0x10");
-    EXPECT_EQ(record["parameters"]["owner"], "a${owner}b") << "a value is no place for another";
-    EXPECT_EQ(record["steps"][0]["name"], "owner of 0x10");
-    EXPECT_EQ(record["steps"][1]["attempts"][0]["after"]["OwnerName"], "a${owner}b");
+    const std::string options = "--set serial=0x10 --set owner=a${owner}b --json";
+    EXPECT_THAT(
+        Json::parse(RunTo(0, "sequence body-of.yaml " + options).output), Holds(Json::parse(R"({
+            "sequence": {"name": "body 0x10"}, "parameters": {"owner": "a${owner}b"}, "steps": [
+            {"name": "owner of 0x10"}, {"attempts": [{"after": {"OwnerName": "a${owner}b"}}]}]})")))
+        << "a value is no place for another";
 }
 
 TEST_F(ParameterTest, EachRowOfATableIsARunOfItsOwn) {
     WriteFile("lot.csv", "\xEF\xBB\xBFserial,owner\r\n1,\"a \"\"b\"\",c\"\r\n\r\n2,d\r\n");
-    const JIGHOST_RUN run =
-        RunLine("sequence body-of.yaml --table lot.csv --record run-${serial}.json");
-    EXPECT_EQ(run.exitCode, 0) << run.errors;
-    EXPECT_THAT(run.output, StartsWith("lot.csv:2: owner = a \"b\",c, serial = 1\n"));
-    EXPECT_THAT(run.output, HasSubstr("\nlot.csv:4: owner = d, serial = 2\n"));
+    const std::string line = "sequence body-of.yaml --table lot.csv ";
+    const std::string output = RunTo(0, line + "--record run-${serial}.json").output;
+    EXPECT_THAT(output, StartsWith("lot.csv:2: owner = a \"b\",c, serial = 1\n"));
+    EXPECT_THAT(output, HasSubstr("\nlot.csv:4: owner = d, serial = 2\n"));
     const auto owner = [](const char* pszPath) {
-        const auto record = nlohmann::json::parse(ReadFile(pszPath));
-        return record["parameters"]["owner"].get<std::string>();
+        return Json::parse(ReadFile(pszPath))["parameters"]["owner"];
     };
     EXPECT_EQ(owner("run-1.json"), "a \"b\",c");
     EXPECT_EQ(owner("run-2.json"), "d");
-
     // A row that fails keeps no other one from running, and is the run's result.
-    const JIGHOST_RUN fails =
-        RunLine("sequence body-of.yaml --table lot.csv --fault GetOwnerName:1=0x2001");
-    EXPECT_EQ(fails.exitCode, 4);
-    EXPECT_THAT(fails.output, HasSubstr("body 2: 2 of 2 steps run, 1 not as expected"));
+    EXPECT_THAT(
+        RunTo(4, line + "--fault GetOwnerName:1=0x2001").output,
+        HasSubstr("body 2: 2 of 2 steps run, 1 not as expected"));
 }
 
 TEST_F(ParameterTest, WrongAndMissingValuesAreToldAtOnceAheadOfTheFirstStep) {

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
-#include <numeric>
 #include <set>
 
 #include "jighost/records/RunRecordReader.h"
@@ -12,6 +11,7 @@
 #include "platform/User.h"
 #include "recorder/Sha256.h"
 #include "tests/support/SupportJighost.h"
+#include "tests/support/SupportJson.h"
 
 using testing::HasSubstr;
 
@@ -26,12 +26,9 @@ class SequenceRecordTest : public JighostTest {
   protected:
     /// The steps come to this exit code.
     static RUN_RECORD Recorded(
-        const std::string& steps, int exitCode, std::vector<std::string> options = {}) {
+        const std::string& steps, int exitCode, const std::string& options = "") {
         WriteFile("steps.yaml", "format: 2\nname: a run\nfolder: .\nsteps:\n" + steps);
-        const std::vector<std::string> fixed = {"sequence", "steps.yaml", "--record", "run.json"};
-        options.insert(options.begin(), fixed.begin(), fixed.end());
-        const JIGHOST_RUN run = RunJighost(options);
-        EXPECT_EQ(run.exitCode, exitCode) << steps << run.errors;
+        RunTo(exitCode, "sequence steps.yaml --record run.json " + options);
         return ReadRunRecord("run.json");
     }
 };
@@ -48,18 +45,18 @@ std::int64_t Now() {
 
 /// Since 1970, of a moment such as "2026-11-23T09:20:00.123+01:00".
 std::int64_t MillisecondsOf(const std::string& moment) {
-    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, rest = 0, east = 0;
-    int eastMinutes = 0;
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, rest = 0, zone = 0;
+    int zoneMinutes = 0;
     char sign = 0;
     const int read = std::sscanf(
         moment.c_str(), "%4d-%2d-%2dT%2d:%2d:%2d.%3d%c%2d:%2d", &year, &month, &day, &hour, &minute,
-        &second, &rest, &sign, &east, &eastMinutes);
+        &second, &rest, &sign, &zone, &zoneMinutes);
     EXPECT_EQ(read, 10) << moment;
-    using std::chrono::minutes;
-    const minutes zone((sign == '-' ? -1 : 1) * (60 * east + eastMinutes));
     const std::chrono::sys_days date(std::chrono::year(year) / month / day);
-    const std::chrono::milliseconds time(3'600'000 * hour + 60'000 * minute + 1000 * second + rest);
-    return (date.time_since_epoch() + time - zone).count();
+    const int east = (sign == '-' ? -1 : 1) * (60 * zone + zoneMinutes);
+    const std::chrono::minutes time(60 * hour + minute - east);
+    const std::chrono::milliseconds seconds(1000 * second + rest);
+    return (date.time_since_epoch() + time + seconds).count();
 }
 
 TEST_F(SequenceRecordTest, HeadTellsWhatRanWhenAndWhere) {
@@ -69,34 +66,25 @@ TEST_F(SequenceRecordTest, HeadTellsWhatRanWhenAndWhere) {
         "  - include: part.yaml\n"
         "parameters: {b: {type: characters}, a: {type: bytes, default: 01}}\n";
     WriteFile("steps.yaml", "format: 2\nsteps:\n" + steps);
-    EXPECT_THAT(
-        RunLine("sequence steps.yaml --set b=x --record part.yaml").errors,
-        HasSubstr("--record part.yaml is the same file as the sequence"));
+    RunTo(
+        2, "sequence steps.yaml --set b=x --record part.yaml",
+        "--record part.yaml is the same file as the sequence");
     const std::int64_t before = Now();
     const RUN_RECORD record = Recorded(
         steps, 5,
-        {"--from", "2", "--until", "3", "--set", "b=x y", "--station", "line 4", "--operator",
-         "Kim", "--fault", "GetOwnerName:1=0x2001"});
+        "--from 2 --until 3 --set b=x --station line4 --operator Kim "
+        "--fault GetOwnerName:1=0x2001");
     EXPECT_TRUE(record.startedAt >= before && record.startedAt <= Now()) << record.startedAt;
     EXPECT_EQ(MillisecondsOf(record.started), record.startedAt) << record.started;
-    EXPECT_EQ(record.station, "line 4");
-    EXPECT_EQ(record.operatorName, "Kim");
+    EXPECT_THAT(RunRecordJson(record), Holds(Json::parse(R"({"station": "line4", "operator": "Kim",
+        "sequence": {"name": "a run", "files": [{}, {}]}, "parameters": {"a": "01", "b": "x"},
+        "range": {"first": 2, "last": 3, "of": 3}, "faults": ["GetOwnerName:1=0x2001"],
+        "outcome": "failed", "steps": [{}]})")));
     EXPECT_THAT(record.jighost, HasSubstr(" ("));
-    EXPECT_EQ(record.sequence, "a run");
-    ASSERT_EQ(record.sequenceFiles.size(), 2U);
     ExpectHash(record.sequenceFiles[0], "steps.yaml");
     ExpectHash(record.sequenceFiles[1], "part.yaml");
-    EXPECT_THAT(
-        record.parameters, testing::UnorderedElementsAre(
-                               std::pair(std::string("a"), std::string("01")),
-                               std::pair(std::string("b"), std::string("x y"))));
-    EXPECT_EQ(record.range.first, 2U);
-    EXPECT_EQ(record.range.last, 3U);
-    EXPECT_EQ(record.range.of, 3U);
     ExpectHash(record.module, MODULE_FILE_NAME);
     ExpectHash(record.link, BODYLNK_FILE);
-    EXPECT_EQ(record.faults, std::vector<std::string>{"GetOwnerName:1=0x2001"});
-    EXPECT_EQ(record.verdict, VERDICT::FAILED);
     EXPECT_EQ(record.problem, record.steps.at(0).problem);
 
     const RUN_RECORD other = Recorded(GET_OWNER, 0);
@@ -112,77 +100,67 @@ TEST_F(SequenceRecordTest, StepHasAllItsAttemptsWithTheirCalls) {
     const RUN_RECORD record = Recorded(
         "  - {operation: SetFilePrefix, on_unexpected: \"retry 2 after 1 ms\"}\n" + GET_OWNER +
             "  - {operation: LoadPropertyData}\n",
-        0, {"--fault", "SetFilePrefix:2@1=0x2001"});
-    ASSERT_EQ(record.steps.size(), 3U);
-    const RECORDED_STEP& prefix = record.steps[0];
-    EXPECT_EQ(prefix.verdict, VERDICT::PASSED);
-    ASSERT_EQ(prefix.attempts.size(), 2U);
-    const RECORDED_ATTEMPT& failed = prefix.attempts[0];
-    EXPECT_EQ(failed.result, 0x2001);
+        0, "--fault SetFilePrefix:2@1=0x2001");
+    EXPECT_THAT(RunRecordJson(record), Holds(Json::parse(R"json({"steps": [
+        {"outcome": "passed", "attempts": [
+            {"result": 8193, "calls": [
+                {"failed": false, "received_size": 8},
+                {"failed": true, "request": "Set 0x1000007 8: 36 57 31 45 00 00 00 00",
+                 "sent": "36 57 31 45 00 00 00 00", "sent_size": 8}]},
+            {"result": 0, "error": "", "calls": [{}, {}]}]},
+        {"expected_result": "RESULT_SUCCESS (0)", "expected_fields": {"OwnerName": "Line 4"},
+         "attempts": [
+            {"before": {"OwnerName": ""}, "after": {"OwnerName": "Line 4"}}]
+},
+        {}]
+})json")));
+    const RECORDED_STEP& prefix = record.steps.at(0);
+    const RECORDED_ATTEMPT& failed = prefix.attempts.at(0);
     EXPECT_THAT(failed.error, HasSubstr("--fault SetFilePrefix:2@1"));
-    ASSERT_EQ(failed.calls.size(), 2U);
-    EXPECT_FALSE(failed.calls[0].bFailed);
-    EXPECT_EQ(failed.calls[0].receivedSize, 8U);
-    const RECORDED_CALL& call = failed.calls[1];
-    EXPECT_TRUE(call.bFailed);
-    EXPECT_EQ(call.request, "Set 0x1000007 8: " + call.sent);
-    EXPECT_EQ(call.sentSize, 8U);
-    EXPECT_THAT(call.answer, testing::StartsWith("failed: "));
+    EXPECT_THAT(failed.calls.at(1).answer, testing::StartsWith("failed: "));
     EXPECT_THAT(failed.log.back(), testing::EndsWith("SetFilePrefix - 8193"));
-    const RECORDED_ATTEMPT& second = prefix.attempts[1];
-    EXPECT_EQ(second.result, 0);
-    EXPECT_EQ(second.error, "");
-    EXPECT_EQ(second.calls.size(), 2U);
+    const RECORDED_ATTEMPT& second = prefix.attempts.at(1);
     EXPECT_GE(second.startMs, failed.startMs + failed.timeMs + 1) << "the pause";
     EXPECT_GE(prefix.timeMs, second.startMs + second.timeMs - prefix.startMs);
 
-    const RECORDED_STEP& owner = record.steps[1];
-    EXPECT_EQ(owner.expectedResult, "RESULT_SUCCESS (0)");
-    EXPECT_EQ(owner.expectedFields, Json({{"OwnerName", "Line 4"}}));
-    EXPECT_EQ(owner.attempts.at(0).before, Json({{"OwnerName", ""}}));
-    EXPECT_EQ(owner.attempts.at(0).after, Json({{"OwnerName", "Line 4"}}));
-
-    const std::vector<RECORDED_CALL>& calls = record.steps[2].attempts.at(0).calls;
-    const auto large = std::max_element(calls.begin(), calls.end(), [](auto& left, auto& right) {
-        return left.receivedSize < right.receivedSize;
-    });
+    const std::vector<RECORDED_CALL>& calls = record.steps.at(2).attempts.at(0).calls;
+    const auto large = std::ranges::max_element(calls, {}, &RECORDED_CALL::receivedSize);
     ASSERT_NE(large, calls.end());
     EXPECT_GT(large->receivedSize, RECORDED_BYTES);
     EXPECT_EQ(large->received.size(), 3 * RECORDED_BYTES - 1);
-    const double inCalls = std::accumulate(
-        calls.begin(), calls.end(), 0.0,
-        [](double sum, const RECORDED_CALL& each) { return sum + each.timeMs; });
+    double inCalls = 0;
+    for (const RECORDED_CALL& call : calls) {
+        inCalls += call.timeMs;
+    }
     EXPECT_LE(inCalls, record.steps[2].attempts[0].timeMs);
 }
 
 TEST_F(SequenceRecordTest, BodyIsReadForRecordsAloneAndMeetsNoFault) {
     WriteFile("steps.yaml", "format: 1\nsteps:\n  - operation: GetOwnerName\n");
-    EXPECT_EQ(RunLine("sequence steps.yaml").exitCode, 0);
+    RunTo(0, "sequence steps.yaml");
     EXPECT_EQ(ReadFile("JigDll.log").find("GetBodyID"), std::string::npos);
 
-    const std::string getID = "  - {operation: GetBodyID, on_unexpected: retry 1}\n";
-    const RUN_RECORD met =
-        Recorded(getID, 0, {"--fault", "GetBodyID:1@1=0x2001", "--json", "--trace", "trace.jsonl"});
+    const RUN_RECORD met = Recorded(
+        "  - {operation: GetBodyID, on_unexpected: retry 1}\n", 0,
+        "--fault GetBodyID:1@1=0x2001 --json --trace trace.jsonl");
     EXPECT_EQ(met.bodyProblem, "");
     EXPECT_EQ(met.bodyID["SerialNo"], met.serial.value_or(0));
     ASSERT_EQ(met.steps.size(), 1U) << "the reading is no step";
-    EXPECT_EQ(met.steps[0].attempts.size(), 2U);
+    ASSERT_EQ(met.steps[0].attempts.size(), 2U);
     EXPECT_EQ(met.steps[0].attempts[1].after, met.bodyID);
 
-    const RUN_RECORD unmet = Recorded(GET_OWNER, 5, {"--fault", "GetBodyID:1=0x2001"});
+    const RUN_RECORD unmet = Recorded(GET_OWNER, 5, "--fault GetBodyID:1=0x2001");
     EXPECT_EQ(unmet.verdict, VERDICT::FAILED) << "a fault that nothing has met tests nothing";
     EXPECT_NE(unmet.problem, "");
     EXPECT_TRUE(unmet.serial);
 }
 
 TEST_F(SequenceRecordTest, BodyIsTheOneThatTheRunLeaves) {
-    const std::vector<std::string> body = {"--body", "body.yaml"};
+    const std::string body = "--body body.yaml";
     EXPECT_EQ(Recorded(SET_ID + "  - operation: SaveBodyID\n", 0, body).serial, 12345U);
     EXPECT_EQ(Recorded(GET_OWNER, 0, body).serial, 12345U);
-    const RUN_RECORD failed = Recorded(
-        "  - {operation: SetBodyID, record: {SerialNo: 1}}\n", 4,
-        {"--body", "body.yaml", "--fault", "SetBodyID:1=0x2001"});
-    EXPECT_EQ(failed.serial, 12345U);
+    const std::string setOther = "  - {operation: SetBodyID, record: {SerialNo: 1}}\n";
+    EXPECT_EQ(Recorded(setOther, 4, body + " --fault SetBodyID:1=0x2001").serial, 12345U);
 }
 
 TEST_F(SequenceRecordTest, BodyThatCannotBeReadIsToldAndKeepsNothingFromRunning) {
@@ -209,9 +187,9 @@ TEST_F(SequenceRecordTest, FolderGetsAFileForEachRun) {
             "  - {operation: GetOwnerName, expect_fields: {OwnerName: \"${owner}\"}}\n");
     WriteFile("lot.csv", "owner\nLine 4\nLine 5\n");
     const std::string line = "sequence lot.yaml --table lot.csv --records records";
-    const std::vector<JIGHOST_RUN> runs = RunAtOnce({line, line, line});
+    RunAtOnce({line, line, line});
     std::set<std::string> numbers;
-    std::multiset<std::string> outcomes;
+    std::multiset<VERDICT> outcomes;
     for (const auto& entry : std::filesystem::directory_iterator("records")) {
         const std::string name = entry.path().filename().string();
         const RUN_RECORD record = ReadRunRecord(entry.path().string());
@@ -219,16 +197,15 @@ TEST_F(SequenceRecordTest, FolderGetsAFileForEachRun) {
         EXPECT_THAT(name, HasSubstr("-12345-" + VerdictName(record.verdict)));
         EXPECT_EQ(record.steps.size(), 2U);
         numbers.insert(record.number);
-        outcomes.insert(VerdictName(record.verdict));
+        outcomes.insert(record.verdict);
     }
     EXPECT_EQ(numbers.size(), 6U);
-    EXPECT_EQ(outcomes.count("passed"), 3U);
-    EXPECT_EQ(outcomes.count("failed"), 3U);
-    const JIGHOST_RUN none = RunLine("sequence lot.yaml --set owner=a --records none");
-    EXPECT_EQ(none.exitCode, 2);
-    EXPECT_THAT(none.errors, HasSubstr("--records none: expected a folder that is there"));
-    EXPECT_EQ(
-        RunLine("sequence lot.yaml --set owner=a --records records --record run.json").exitCode, 2);
+    EXPECT_EQ(outcomes.count(VERDICT::PASSED), 3U);
+    EXPECT_EQ(outcomes.count(VERDICT::FAILED), 3U);
+    RunTo(
+        2, "sequence lot.yaml --set owner=a --records none",
+        "--records none: expected a folder that is there");
+    RunTo(2, "sequence lot.yaml --set owner=a --records records --record run.json");
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "tests/support/Support.h"
 #include "tests/support/SupportJighost.h"
 
+using testing::AllOf;
 using testing::HasSubstr;
 
 namespace {
@@ -30,18 +31,15 @@ TEST_F(JighostTest, RunsOnOneBodyTakeTurnsAndLoseNothing) {
         WriteFile("body.yaml", before);
         ExpectBothEndWell(
             "sequence owner.yaml --body body.yaml", "sequence prefix.yaml --body body.yaml");
-        const std::string saved = RunJighost({"body", "show", "body.yaml"}).output;
-        EXPECT_THAT(saved, HasSubstr("\"Desk\""));
-        EXPECT_THAT(saved, HasSubstr("\"6W1E\""));
+        const std::string saved = RunLine("body show body.yaml").output;
+        EXPECT_THAT(saved, AllOf(HasSubstr("\"Desk\""), HasSubstr("\"6W1E\"")));
     }
 }
 
 TEST_F(JighostTest, DumpsOfOneUserAtOnceLandEachInItsFolder) {
-    ASSERT_EQ(RunJighost({"body", "new", "other.yaml"}).exitCode, 0);
-    WriteFile(
-        "sequence.yaml", "format: 1\nsteps:\n" + SET_OWNER + SAVE_OWNER +
-                             "  - operation: SetFilePrefix\n  - operation: SaveFilePrefix\n");
-    ASSERT_EQ(RunJighost({"sequence", "sequence.yaml", "--body", "other.yaml"}).exitCode, 0);
+    RunTo(0, "body new other.yaml");
+    WriteFile("sequence.yaml", "format: 1\nsteps:\n" + SET_OWNER + SAVE_OWNER);
+    RunTo(0, "sequence sequence.yaml --body other.yaml");
     for (const std::string option : {"", " --take-folder"}) {
         for (int pair = 0; pair < PAIRS; ++pair) {
             for (const char* pszFolder : {"left", "right"}) {
@@ -50,8 +48,8 @@ TEST_F(JighostTest, DumpsOfOneUserAtOnceLandEachInItsFolder) {
             }
             ExpectBothEndWell(
                 "dump left --body body.yaml" + option, "dump right --body other.yaml" + option);
-            EXPECT_EQ(RunJighost({"verify", "left", "--body", "body.yaml"}).exitCode, 0);
-            EXPECT_EQ(RunJighost({"verify", "right", "--body", "other.yaml"}).exitCode, 0);
+            RunTo(0, "verify left --body body.yaml");
+            RunTo(0, "verify right --body other.yaml");
         }
     }
 }
@@ -60,7 +58,7 @@ TEST_F(JighostTest, DumpsOfOneUserAtOnceLandEachInItsFolder) {
 TEST_F(JighostTest, WhatAnotherProcessKeepsIsRefusedWithOneLineAndLeftAsItIs) {
     std::filesystem::create_directory("host");
     std::filesystem::create_directory("dump");
-    ASSERT_EQ(RunJighost({"dump", "dump", "--trace", "dump.jsonl"}).exitCode, 0);
+    RunTo(0, "dump dump --trace dump.jsonl");
     WriteFile(
         "sequence.yaml", "format: 1\nfolder: dump\nsteps:\n  - operation: LoadPropertyData\n");
     FileLock lock;
@@ -69,34 +67,30 @@ TEST_F(JighostTest, WhatAnotherProcessKeepsIsRefusedWithOneLineAndLeftAsItIs) {
     const std::string text = FolderBlockText("host");
     host.Write(text);
     const std::string held = "another process holds the block SHARED_NAME_FOLDER, for " +
-                             std::filesystem::canonical("host").generic_string();
-    const std::vector<std::string> takers = {
-        "dump dump", "sequence sequence.yaml", "replay dump.jsonl"};
-    std::vector<std::string> lines = takers;
-    lines.emplace_back("run GetBodyID --body body.yaml");
-    const std::vector<JIGHOST_RUN> refused = RunAtOnce(lines);
-    for (std::size_t i = 0; i < refused.size(); ++i) {
-        EXPECT_EQ(refused[i].exitCode, 1);
+                             std::filesystem::canonical("host").generic_string() + "/; ";
+    const std::string takers[] = {"dump dump", "sequence sequence.yaml", "replay dump.jsonl"};
+    const std::vector<JIGHOST_RUN> refused =
+        RunAtOnce({takers[0], takers[1], takers[2], "run GetBodyID --body body.yaml"});
+    for (const JIGHOST_RUN& run : refused) {
+        EXPECT_EQ(run.exitCode, 1);
         EXPECT_EQ(
-            refused[i].errors,
-            i < takers.size()
-                ? "jighost: " + held + "/; --take-folder takes it as long as this run lasts\n"
-                : "jighost: another run of jighost uses the body body.yaml\n");
+            run.errors,
+            &run == &refused.back()
+                ? "jighost: another run of jighost uses the body body.yaml\n"
+                : "jighost: " + held + "--take-folder takes it as long as this run lasts\n");
     }
     EXPECT_EQ(host.Text(), text);
     EXPECT_TRUE(std::filesystem::is_empty("host"));
 
     std::filesystem::remove("dump/01000000.bin");
     for (const std::string& command : takers) {
-        EXPECT_EQ(RunLine(command + " --take-folder").exitCode, 0) << command;
+        RunTo(0, command + " --take-folder");
         EXPECT_EQ(host.Text(), text) << command;
         EXPECT_TRUE(std::filesystem::is_empty("host")) << command;
     }
     EXPECT_TRUE(std::filesystem::exists("dump/01000000.bin"));
 
-    const JIGHOST_RUN there = RunJighost({"run", "LoadPropertyData"});
-    EXPECT_EQ(there.exitCode, 0);
-    EXPECT_THAT(there.errors, HasSubstr(held + "/; a dump goes there"));
+    RunTo(0, "run LoadPropertyData", held + "a dump goes there");
     EXPECT_TRUE(std::filesystem::exists("host/01000000.bin"));
 }
 

@@ -13,9 +13,19 @@ class HistoryDatabaseTest : public testing::TestWithParam<const char*> {
     JIGHOST_RUN Run(const std::string& arguments) const {
         return RunShell("\"$0\" history " + arguments + " --database '" + m_Place + '\'');
     }
-    std::string Import(const std::string& names) const {
+    /// As Run; it must end with this exit code and tell this.
+    void Fails(int exitCode, const std::string& arguments, const std::string& error = "") const {
+        const JIGHOST_RUN run = Run(arguments);
+        EXPECT_EQ(run.exitCode, exitCode) << arguments;
+        EXPECT_THAT(run.errors, testing::HasSubstr(error)) << arguments;
+    }
+    /// All of these files are records.
+    void Import(const std::string& names, unsigned unImported, unsigned unKnown = 0) const {
         const JIGHOST_RUN run = Run("import " + names);
-        return run.output + run.errors;
+        EXPECT_EQ(
+            run.output + run.errors,
+            std::to_string(unImported) + (unImported == 1 ? " record" : " records") +
+                " imported, " + std::to_string(unKnown) + " known before, 0 spoilt\n");
     }
     Json Output(const std::string& arguments) const {
         const JIGHOST_RUN run = Run(arguments + " --json");

@@ -1,10 +1,8 @@
 // jighost history on files: each record once and whole, whatever else is named, and nothing of what
 // is not a history touched.
-#include <nlohmann/json.hpp>
-
 #include "tests/jighost/history/posix/HistoryDatabase.h"
+#include "tests/support/SupportJson.h"
 
-using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -21,47 +19,41 @@ TEST_P(HistoryTest, SpoiltRecordsAreLeftOutAndNoneIsTakenTwice) {
     fs::copy_file("1.json", "again.json");
     WriteFile("cut.json", ReadFile("1.json").substr(0, 300));
     RUN_RECORD odd = SampleRun(3, 3, VERDICT::PASSED, 1);
-    odd.number += '0';
-    WriteRecord("odd.json", odd);
-    odd = SampleRun(3, 3, VERDICT::PASSED, 1);
     odd.steps[0].number = std::numeric_limits<std::uint64_t>::max();
     WriteRecord("huge.json", odd);
+    odd.steps[0].number = 1;
+    odd.number += '0';
+    WriteRecord("odd.json", odd);
     const JIGHOST_RUN run =
         Run("import 1.json cut.json odd.json again.json huge.json none.json 2.json");
     EXPECT_EQ(run.exitCode, 5);
     EXPECT_EQ(run.output, "2 records imported, 1 known before, 4 spoilt\n");
-    EXPECT_THAT(
-        run.errors, AllOf(
-                        HasSubstr("jighost: cut.json: expected the record of a sequence's run\n"),
-                        HasSubstr("jighost: odd.json: record: expected a number in the form of"),
-                        HasSubstr("jighost: huge.json: steps: expected smaller numbers\n"),
-                        HasSubstr("jighost: can't read none.json: ")));
-    EXPECT_EQ(Import("2.json"), "0 records imported, 1 known before, 0 spoilt\n");
+    for (const char* pszError :
+         {"cut.json: expected the record of a sequence's run\n",
+          "odd.json: record: expected a number in the form of",
+          "huge.json: steps: expected smaller numbers\n", "can't read none.json: "}) {
+        EXPECT_THAT(run.errors, HasSubstr(std::string("jighost: ") + pszError));
+    }
+    Import("2.json", 0, 1);
     EXPECT_EQ(Output("list")["runs"].size(), 2U);
-    EXPECT_EQ(Run("import").exitCode, 2);
-    EXPECT_THAT(
-        RunJighost({"history", "list", "--serial", ""}).errors,
-        HasSubstr("--serial: expected a value, got none"));
+    Fails(2, "import");
+    Fails(2, "list --serial ''", "--serial: expected a value, got none");
 }
 
 TEST_P(HistoryTest, UnfinishedRunGivesWayToItsEnd) {
-    WriteRecord("early.json", SampleRun(1, 7, VERDICT::UNFINISHED, 1));
+    RUN_RECORD run = SampleRun(1, 7, VERDICT::UNFINISHED, 1);
+    WriteRecord("early.json", run);
+    run.steps.push_back(run.steps[0]);
+    WriteRecord("middle.json", run);
     WriteRecord("late.json", SampleRun(1, 7, VERDICT::FAILED, 3));
-    EXPECT_EQ(Import("early.json"), "1 record imported, 0 known before, 0 spoilt\n");
-    RUN_RECORD middle = SampleRun(1, 7, VERDICT::UNFINISHED, 1);
-    middle.steps.push_back(middle.steps[0]);
-    middle.steps[1].number += 1;
-    WriteRecord("middle.json", middle);
-    EXPECT_EQ(Import("middle.json"), "1 record imported, 0 known before, 0 spoilt\n");
-    EXPECT_EQ(Import("early.json"), "0 records imported, 1 known before, 0 spoilt\n");
-    EXPECT_EQ(Output("show " + SampleNumber(1))["steps"].size(), 2U);
-    EXPECT_EQ(Import("early.json late.json"), "1 record imported, 1 known before, 0 spoilt\n");
-    EXPECT_EQ(Import("early.json"), "0 records imported, 1 known before, 0 spoilt\n");
-    const Json run = Output("show " + SampleNumber(1));
-    EXPECT_EQ(run["outcome"], "failed");
-    ASSERT_EQ(run["steps"].size(), 1U);
-    ASSERT_EQ(run["steps"][0]["measurements"].size(), 1U);
-    EXPECT_EQ(run["steps"][0]["measurements"][0]["value"], 3);
+    Import("early.json", 1);
+    Import("middle.json", 1);
+    Import("early.json", 0, 1);
+    EXPECT_EQ(Output("show " + run.number)["steps"].size(), 2U);
+    Import("early.json late.json", 1, 1);
+    Import("early.json", 0, 1);
+    EXPECT_THAT(Output("show " + run.number), Holds(Json::parse(R"({
+            "outcome": "failed", "steps": [{"measurements": [{"value": 3}]}]})")));
 }
 
 TEST_P(HistoryTest, RecordIsShownAsItWas) {
@@ -81,31 +73,30 @@ TEST_P(HistoryTest, RecordIsShownAsItWas) {
     text.text = odd;
     step.measurements.push_back(text);
     WriteRecord("odd.json", run);
-    EXPECT_EQ(Import("odd.json"), "1 record imported, 0 known before, 0 spoilt\n");
-    const Json shown = Output("show " + run.number);
-    for (const char* pszName : {"station", "operator", "sequence", "problem"}) {
-        EXPECT_EQ(shown[pszName], odd) << pszName;
-    }
-    EXPECT_EQ(shown["serial"], 4'294'967'295);
-    EXPECT_EQ(shown["started"], run.started);
-    EXPECT_EQ(shown["sequence_sha256"], "ab");
-    EXPECT_EQ(shown["path"], fs::absolute("odd.json").string());
-    const Json& shownStep = shown["steps"].at(0);
-    EXPECT_EQ(shownStep["number"], 12);
-    EXPECT_EQ(shownStep["name"], odd);
-    EXPECT_EQ(shownStep["outcome"], "error");
-    EXPECT_EQ(shownStep["attempts"], 2);
-    const Json& tilt = shownStep["measurements"].at(0);
-    EXPECT_EQ(tilt["value"], 1e-310);
-    EXPECT_EQ(tilt["min"], -1.0 / 3);
-    EXPECT_TRUE(tilt["max"].is_null());
-    EXPECT_EQ(shownStep["measurements"].at(1)["name"], "zero\\x00one");
-    EXPECT_EQ(shownStep["measurements"].at(1)["text"], odd);
-    EXPECT_TRUE(shownStep["measurements"].at(1)["value"].is_null());
+    Import("odd.json", 1);
+    const Json measured = {{"value", 1e-310}, {"min", -1.0 / 3}, {"max", nullptr}};
+    const Json told = {{"name", "zero\\x00one"}, {"text", odd}, {"value", nullptr}};
+    const Json shownStep = {
+        {"number", 12},
+        {"name", odd},
+        {"operation", odd},
+        {"problem", odd},
+        {"outcome", "error"},
+        {"attempts", 2},
+        {"measurements", Json::array({measured, told})}};
+    const Json shown = {
+        {"station", odd},
+        {"operator", odd},
+        {"sequence", odd},
+        {"problem", odd},
+        {"serial", 4'294'967'295},
+        {"started", run.started},
+        {"sequence_sha256", "ab"},
+        {"path", fs::absolute("odd.json").string()},
+        {"steps", Json::array({shownStep})}};
+    EXPECT_THAT(Output("show " + run.number), Holds(shown));
     EXPECT_THAT(Run("show " + run.number).output, Not(HasSubstr("\x1b")));
-    const JIGHOST_RUN none = Run("show " + SampleNumber(2));
-    EXPECT_EQ(none.exitCode, 5);
-    EXPECT_THAT(none.errors, HasSubstr("jighost: there is no record " + SampleNumber(2) + " in "));
+    Fails(5, "show " + SampleNumber(2), "jighost: there is no record " + SampleNumber(2) + " in ");
 }
 
 TEST_P(HistoryTest, RunsAreChosen) {
@@ -125,7 +116,7 @@ TEST_P(HistoryTest, RunsAreChosen) {
     for (const RUN_RECORD& run : runs) {
         WriteRecord(run.number + ".json", run);
     }
-    EXPECT_EQ(Import("c0ffee*.json"), "2100 records imported, 0 known before, 0 spoilt\n");
+    Import("c0ffee*.json", 2100);
     const std::pair<const char*, int> lines[] = {
         {"", 2100},
         {"--serial 2006", 1},
@@ -141,16 +132,15 @@ TEST_P(HistoryTest, RunsAreChosen) {
     for (const auto& [line, count] : lines) {
         const Json found = Output(std::string("list ") + line)["runs"];
         EXPECT_EQ(found.size(), count) << line;
-        EXPECT_TRUE(std::is_sorted(found.begin(), found.end(), [](const Json& a, const Json& b) {
-            return a["started_at"] < b["started_at"];
-        }));
+        EXPECT_TRUE(std::ranges::is_sorted(
+            found, {}, [](const Json& run) { return run["started_at"].get<std::int64_t>(); }));
     }
     EXPECT_THAT(Run("list --serial 2007").output, HasSubstr("\n2 runs\n"));
     for (const char* pszWrong :
          {"--since 2026-11-31", "--until 23.11.2026", "--serial x", "--outcome well",
           "--since 2026-11-24 --until 2026-11-23"}) {
-        EXPECT_EQ(Run(std::string("list ") + pszWrong).exitCode, 2) << pszWrong;
-        EXPECT_EQ(Run(std::string("stats ") + pszWrong).exitCode, 2) << pszWrong;
+        Fails(2, std::string("list ") + pszWrong);
+        Fails(2, std::string("stats ") + pszWrong);
     }
 }
 
@@ -180,40 +170,41 @@ TEST_P(HistoryFileTest, LiesInTheFolderOfTheUsersData) {
 
 TEST_P(HistoryFileTest, WhatIsNoHistoryStaysAsItIs) {
     WriteRecords(2);
-    EXPECT_EQ(Run("import 1.json").exitCode, 0);
-    EXPECT_EQ(
+    Import("1.json", 1);
+    const JIGHOST_RUN made =
         RunShell(R"(cp h.sqlite newer; sqlite3 newer 'UPDATE tunebench_history SET version = 99'
                     sqlite3 other 'CREATE TABLE run (a)'; echo text >text; mkdir folder
                     cp h.sqlite odd; sqlite3 odd 'ALTER TABLE run DROP COLUMN problem'
                     cp h.sqlite lower; sqlite3 lower 'UPDATE tunebench_history SET version = -1'
                     sqlite3 half 'CREATE TABLE tunebench_history (version INTEGER NOT NULL)'
-                    head -c 9000 h.sqlite >cut; : >empty)")
-            .exitCode,
-        0);
-    const std::pair<const char*, const char*> places[] = {
-        {"newer", "newer: a history of version 99"},
-        {"lower", "lower: a history of version -1"},
-        {"half", "half: "},
-        {"other", "other: "},
-        {"text", "text: file is not a database"},
-        {"folder", "folder: Cannot establish connection to the database"},
-        {"odd", "odd: "},
-        {"cut", "cut: database disk image is malformed"},
-        {"no/folder", "no/folder: "}};
+                    head -c 9000 h.sqlite >cut; : >empty)");
+    EXPECT_EQ(made.exitCode, 0);
+    const std::pair<std::string, std::string> places[] = {
+        {"newer", "a history of version 99"},
+        {"lower", "a history of version -1"},
+        {"half", ""},
+        {"other", ""},
+        {"text", "file is not a database"},
+        {"folder", "Cannot establish connection to the database"},
+        {"odd", ""},
+        {"cut", "database disk image is malformed"},
+        {"no/folder", ""}};
     for (const auto& [place, error] : places) {
-        const std::string before = fs::is_regular_file(place) ? ReadFile(place) : "";
-        for (const char* pszCommand : {"list", "import 2.json"}) {
-            const JIGHOST_RUN run =
-                RunLine(std::string("history ") + pszCommand + " --database " + place);
-            EXPECT_EQ(run.exitCode, 1) << place;
-            EXPECT_THAT(run.errors, HasSubstr(std::string("jighost: ") + error));
-            EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1) << run.errors;
-            EXPECT_EQ(fs::is_regular_file(place) ? ReadFile(place) : "", before) << place;
+        const auto content = [&place = place] {
+            return fs::is_regular_file(place) ? ReadFile(place) : "";
+        };
+        const std::string before = content();
+        for (const std::string command : {"list", "import 2.json"}) {
+            const std::string errors = RunTo(
+                                           1, "history " + command + " --database " + place,
+                                           "jighost: " + place + ": " + error)
+                                           .errors;
+            EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
+            EXPECT_EQ(content(), before) << place;
         }
     }
-    EXPECT_THAT(
-        RunLine("history list --database empty").errors, HasSubstr("empty: holds no history"));
-    EXPECT_EQ(RunLine("history import 1.json --database empty").exitCode, 0);
+    RunTo(1, "history list --database empty", "empty: holds no history");
+    RunTo(0, "history import 1.json --database empty");
     EXPECT_EQ(RunJighost({"history", "import", "1.json", "--database", "a\" b"}).exitCode, 2);
 }
 
@@ -233,24 +224,24 @@ TEST_P(HistoryTest, ImportsAtOnceTakeEachRecordOnce) {
 
 TEST_P(HistoryFileTest, FullDiskKeepsWhatWasThere) {
     const std::string names = WriteRecords(300);
-    // No room for all tables.
-    EXPECT_EQ(
-        RunShell("trap '' XFSZ; ulimit -f 24; \"$0\" history import 1.json --database h.sqlite")
-            .exitCode,
-        1);
+    const auto importWithin = [](const std::string& blocks, const std::string& paths) {
+        const JIGHOST_RUN run = RunShell(
+            "trap '' XFSZ; ulimit -f " + blocks + "; \"$0\" history import " + paths +
+            " --database h.sqlite");
+        EXPECT_EQ(run.exitCode, 1) << run.output;
+        EXPECT_THAT(run.errors, HasSubstr("jighost: h.sqlite: "));
+    };
+    importWithin("24", "1.json");  // no room for all tables
     EXPECT_EQ(Ask("SELECT count(*) FROM sqlite_master"), "0\n");
-    EXPECT_EQ(Import("1.json 2.json"), "2 records imported, 0 known before, 0 spoilt\n");
-    const JIGHOST_RUN full = RunShell(
-        "trap '' XFSZ; ulimit -f 120; \"$0\" history import" + names + " --database h.sqlite");
-    EXPECT_EQ(full.exitCode, 1) << full.output;
-    EXPECT_THAT(full.errors, HasSubstr("jighost: h.sqlite: "));
+    Import("1.json 2.json", 2);
+    importWithin("120", names);
     ExpectWhole(2);
-    EXPECT_EQ(Import(names), "298 records imported, 2 known before, 0 spoilt\n");
+    Import(names, 298, 2);
 }
 
 TEST_P(HistoryFileTest, KilledImportIsRepeated) {
     const std::string names = WriteRecords(1500);
-    EXPECT_EQ(Run("import 1.json").exitCode, 0);
+    Import("1.json", 1);
     Process import(
         "/bin/sh", {"-c", "exec \"$0\" history import *.json --database h.sqlite", JighostFile()});
     // Its first change: the journal that a change begins with.
@@ -271,7 +262,7 @@ INSTANTIATE_TEST_SUITE_P(, HistoryServerTest, testing::Values("PostgreSQL"));
 
 TEST_P(HistoryServerTest, DiesInTheMiddleOfAnImport) {
     const std::string names = WriteRecords(300);
-    EXPECT_EQ(Import("1.json 2.json"), "2 records imported, 0 known before, 0 spoilt\n");
+    Import("1.json 2.json", 2);
     // Who holds the last table holds up the import behind its first rows.
     Process holder("/usr/bin/psql", {"-XqAt", m_Place});
     holder.WriteLine("BEGIN; LOCK TABLE measurement; SELECT 'held';");
@@ -287,20 +278,18 @@ TEST_P(HistoryServerTest, DiesInTheMiddleOfAnImport) {
     const std::string errors = ReadFile("import.txt");
     EXPECT_THAT(errors, HasSubstr("jighost: postgresql://"));
     EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
-    EXPECT_EQ(Run("list").exitCode, 1);
+    Fails(1, "list");
     DatabaseServer::Instance().Start();
     ExpectWhole(2);
-    EXPECT_EQ(Import(names), "298 records imported, 2 known before, 0 spoilt\n");
+    Import(names, 298, 2);
     ExpectWhole(300);
 }
 
 TEST_P(HistoryServerTest, TablesOfOthersStayAsTheyAre) {
     WriteRecords(1);
-    EXPECT_THAT(Run("list").errors, HasSubstr("holds no history; jighost history import makes"));
+    Fails(1, "list", "holds no history; jighost history import makes");
     Ask("CREATE TABLE run (a INTEGER)");
-    const JIGHOST_RUN run = Run("import 1.json");
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_THAT(run.errors, HasSubstr(": has tables of something else"));
+    Fails(1, "import 1.json", ": has tables of something else");
     EXPECT_EQ(Ask("SELECT count(*) FROM pg_tables WHERE schemaname = 'public'"), "1\n");
 }
 

@@ -10,8 +10,14 @@ using testing::HasSubstr;
 
 namespace {
 
+/// The steps on the body, as a shell runs it behind what comes first.
+JIGHOST_RUN RunSteps(
+    const std::string& steps, const std::string& options, const std::string& first = "") {
+    WriteFile("sequence.yaml", "format: 1\nfolder: .\nsteps:\n" + steps);
+    return RunShell(first + "\n\"$0\" sequence sequence.yaml --body body.yaml " + options);
+}
+
 TEST_F(JighostTest, OutputThatIsAnotherFileByALinkOrByTheShellIsRefused) {
-    WriteFile("sequence.yaml", "format: 1\nsteps:\n" + SET_OWNER + SAVE_OWNER);
     std::filesystem::create_symlink("sequence.yaml", "link");
     std::filesystem::create_symlink("new.json", "dangling");
     std::filesystem::create_symlink("circle", "circle");
@@ -29,8 +35,7 @@ TEST_F(JighostTest, OutputThatIsAnotherFileByALinkOrByTheShellIsRefused) {
         {"--trace /dev/full", "can't write the trace /dev/full: No space left"},
     };
     for (const auto& [options, message] : wrong) {
-        const JIGHOST_RUN run =
-            RunShell("\"$0\" sequence sequence.yaml --body body.yaml " + options);
+        const JIGHOST_RUN run = RunSteps(SET_OWNER + SAVE_OWNER, options);
         EXPECT_EQ(run.exitCode, 2) << options;
         EXPECT_THAT(run.errors, HasSubstr(message));
         EXPECT_THAT(Owner(), HasSubstr("Line 4"));
@@ -46,27 +51,21 @@ TEST_F(JighostTest, ResultThatCannotBeWrittenKeepsNoOtherOneBack) {
     for (int i = 0; i < 20; ++i) {
         readings += "  - operation: GetBodyID\n";
     }
-    WriteFile("sequence.yaml", "format: 1\nsteps:\n" + SET_OWNER + SAVE_OWNER + readings);
     const JIGHOST_RUN large =
-        RunShell("ulimit -f 26\n\"$0\" sequence sequence.yaml --body body.yaml --record run.json");
+        RunSteps(SET_OWNER + SAVE_OWNER + readings, "--record run.json", "ulimit -f 26");
     EXPECT_EQ(large.exitCode, 1);
     EXPECT_THAT(large.output, HasSubstr("22 of 22 steps run, 0 not as expected"));
     EXPECT_THAT(large.errors, HasSubstr("can't write run.json: File too large"));
     EXPECT_THAT(Owner(), HasSubstr("Desk"));
-    WriteFile("sequence.yaml", "format: 1\nsteps:\n" + SET_OWNER + SAVE_OWNER);
 
     // A disk with room for the record's start and no more: the body and the trace do not fit.
-    const JIGHOST_RUN full = RunShell(
-        "ulimit -f 12\n\"$0\" sequence sequence.yaml --body body.yaml "
-        "--trace trace.jsonl --record run.json --json");
+    const std::string all = "--trace trace.jsonl --record run.json --json";
+    const JIGHOST_RUN full = RunSteps(SET_OWNER + SAVE_OWNER, all, "ulimit -f 12");
     EXPECT_EQ(full.exitCode, 0) << "nothing is saved that was not so before\n" << full.errors;
     std::filesystem::remove("JigDll.log");
-    WriteFile(
-        "sequence.yaml", "format: 1\nfolder: .\nsteps:\n  - operation: ClearOwnerName\n" +
-                             SAVE_OWNER + "  - operation: LoadPropertyData\n");
-    const JIGHOST_RUN fuller = RunShell(
-        "ulimit -f 12\n\"$0\" sequence sequence.yaml --body body.yaml "
-        "--trace trace.jsonl --record run.json --json");
+    const JIGHOST_RUN fuller = RunSteps(
+        "  - operation: ClearOwnerName\n" + SAVE_OWNER + "  - operation: LoadPropertyData\n", all,
+        "ulimit -f 12");
     EXPECT_EQ(fuller.exitCode, 1);
     EXPECT_THAT(fuller.output, EndsWith("\n}\n"));
     for (const std::string file : {"body.yaml", "the whole trace trace.jsonl", "run.json"}) {
@@ -80,10 +79,8 @@ TEST_F(JighostTest, ResultThatCannotBeWrittenKeepsNoOtherOneBack) {
 }
 
 TEST_F(JighostTest, RunWhoseBodyIsNotSavedHasNotPassed) {
-    WriteFile("sequence.yaml", "format: 1\nsteps:\n" + SET_OWNER + SAVE_OWNER);
-    const JIGHOST_RUN run = RunShell(
-        "ulimit -f 12\n\"$0\" sequence sequence.yaml --body body.yaml --record run.json "
-        "--junit run.xml");
+    const JIGHOST_RUN run =
+        RunSteps(SET_OWNER + SAVE_OWNER, "--record run.json --junit run.xml", "ulimit -f 12");
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_THAT(run.errors, HasSubstr("can't write body.yaml"));
     const RUN_RECORD record = ReadRunRecord("run.json");

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "jighost/records/RunRecordReader.h"
 #include "tests/support/Support.h"
 #include "tests/support/SupportJighost.h"
 
@@ -16,33 +17,20 @@ namespace {
 
 const std::string FAULT = "SetFilePrefix:2=0x2001";
 
-std::string FilePrefixSteps(int count) {
-    std::string text = "format: 1\nsteps:\n";
-    while (count-- > 0) {
-        text += "  - {operation: SetFilePrefix, on_unexpected: continue}\n";
-    }
-    return text;
-}
-
 /// What one of them has recorded; `lines` of each run whose log nobody else has written into.
 void ExpectOwnErrorsAlone(const std::string& path, const std::string& error, std::size_t lines) {
     std::size_t whole = 0;
-    const auto record = nlohmann::json::parse(ReadFile(path));
-    for (const nlohmann::json& step : record.at("steps")) {
-        const nlohmann::json& run = step.at("attempts").at(0);
-        const auto log = run.at("log").get<std::vector<std::string>>();
-        const auto interleaved = run.at("interleaved").get<std::vector<std::string>>();
-        EXPECT_EQ(
-            run.at("error").get<std::string>().find(FAULT) == std::string::npos, error.empty());
-        EXPECT_LE(log.size(), lines);
-        EXPECT_GE(log.size() + interleaved.size(), lines) << "no line is lost";
+    const RUN_RECORD record = ReadRunRecord(path);
+    for (const RECORDED_STEP& step : record.steps) {
+        const RECORDED_ATTEMPT& run = step.attempts.at(0);
+        EXPECT_LE(run.log.size(), lines);
+        EXPECT_GE(run.log.size() + run.interleaved.size(), lines) << "no line is lost";
         if (error.empty()) {
-            EXPECT_THAT(log, testing::Each(Not(HasSubstr("[ERR!]"))));
-            EXPECT_EQ(run.at("error"), "");
-        } else if (interleaved.empty()) {
-            EXPECT_EQ(run.at("error"), error);
+            EXPECT_THAT(run.log, testing::Each(Not(HasSubstr("[ERR!]"))));
         }
-        whole += log.size() == lines ? 1U : 0U;
+        EXPECT_THAT(run.error, HasSubstr(error.empty() ? "" : FAULT));
+        EXPECT_TRUE(run.error == error || (!error.empty() && !run.interleaved.empty()));
+        whole += run.log.size() == lines ? 1U : 0U;
     }
     EXPECT_GT(whole, 0U);
 }
@@ -63,7 +51,11 @@ std::set<std::string> TracedErrors(const std::string& path) {
 }
 
 TEST_F(JighostTest, HostsInOneDirectoryTakeNoLinesOfEachOther) {
-    WriteFile("sequence.yaml", FilePrefixSteps(500));
+    std::string steps;
+    for (int i = 0; i < 500; ++i) {
+        steps += "  - {operation: SetFilePrefix, on_unexpected: continue}\n";
+    }
+    WriteFile("sequence.yaml", "format: 1\nsteps:\n" + steps);
     const std::vector<JIGHOST_RUN> runs = RunAtOnce(
         {"sequence sequence.yaml --record bad.json --trace bad.jsonl --fault " + FAULT,
          "sequence sequence.yaml --record good.json --trace good.jsonl"});
