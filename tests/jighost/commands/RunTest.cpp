@@ -17,23 +17,19 @@ using testing::StartsWith;
 namespace {
 
 const std::string TOO_LONG = "  - {operation: SetSlitRollingMode, record: {AccumulateTime: 85}";
+const std::string LEAVING =
+    "always:\n  - {operation: ExitFactoryMode, name: leaving}\n"
+    "  - {operation: GetFactoryModeState, expect_fields: {State: -1}}\n";
 
-TEST_F(JighostTest, ExitCodesTellTheKindOfFailure) {
-    const auto exitCode = [](const std::vector<std::string>& arguments) {
-        return RunJighost(arguments).exitCode;
-    };
-    EXPECT_EQ(exitCode({"run", "GetBodyID"}), 0);
-    EXPECT_EQ(exitCode({"run", "GetBodyIDs"}), 2);
-    EXPECT_EQ(exitCode({"run", "GetBodyID", "--none"}), 2);
-    EXPECT_EQ(exitCode({"run", "GetBodyID", "--module", "none.so"}), 3);
-    EXPECT_EQ(exitCode({"run", "SetSlitRollingMode", "AccumulateTime=85"}), 4);
-    EXPECT_EQ(RunSequence("steps:\n" + TOO_LONG + "}\n").exitCode, 4);
-    EXPECT_EQ(RunSequence("steps:\n" + TOO_LONG + ", expect: 3}\n").exitCode, 0);
-    EXPECT_EQ(RunSequence("steps:\n" + TOO_LONG + ", expect: RESULT_NOT_FOUND}\n").exitCode, 5);
-}
-
-TEST_F(JighostTest, FaultsAreGivenRightAndMet) {
+TEST_F(JighostTest, RunsEndWithTheCodeOfTheirFailure) {
     const std::tuple<std::string, int, std::string> lines[] = {
+        {"GetBodyID", 0, ""},
+        {"GetBodyIDs", 2, "did you mean 'GetBodyID'"},
+        {"GetBodyID --none", 2, "--none"},
+        {"GetBodyID --module none.so", 3, "none.so"},
+        {"SetBodyID SerialNo=1 CodePair=2 SerialNo=1", 2, "each field once, got 'SerialNo' again"},
+        {"SetABoardEepromData Data[2]=1 Data[0x2]=2", 2, "each field once, got 'Data[0x2]' again"},
+        {"SetSlitRollingMode AccumulateTime=85", 4, "SetSlitRollingMode failed: [EVNT] nHDCount\n"},
         {"--fault GetBodyID:1=0x2001 GetBodyID", 4, "GetBodyID failed: [EVNT] --fault GetBodyID:1"},
         {"GetBodyID --fault SaveBodyID:1=3", 5, "no call has met the fault SaveBodyID:1=3\n"},
         {"SetSlitRollingMode AccumulateTime=85 --fault SaveBodyID:1=3", 4, "no call has met"},
@@ -79,6 +75,8 @@ TEST_F(JighostTest, BadBodyIsRefusedWithItsLineAndLeftAsItIs) {
         {"format: 1\nproperties:\n  0x02040002: 41420000\n  0x2040002: 41420000\n",
          "4: expected each property once, got '0x2040002' again"},
         {"format: 1\neeprom: [", "2: expected YAML"},
+        {std::string(2'000'001, '\n'),
+         " expected at most 2000000 lists, maps, elements and lines\n"},
     };
     for (const auto& [text, message] : bodies) {
         WriteFile("bad.yaml", text);
@@ -87,15 +85,6 @@ TEST_F(JighostTest, BadBodyIsRefusedWithItsLineAndLeftAsItIs) {
         EXPECT_THAT(run.errors, HasSubstr("bad.yaml:" + message));
         EXPECT_EQ(ReadFile("bad.yaml"), text);
     }
-}
-
-TEST_F(JighostTest, BodyOfMoreLinesThanAnybodyWritesIsRefusedUnread) {
-    WriteFile("lines.yaml", std::string(2'000'001, '\n'));
-    const JIGHOST_RUN run = RunJighost({"body", "show", "lines.yaml"});
-    EXPECT_EQ(run.exitCode, 2);
-    EXPECT_EQ(
-        run.errors,
-        "jighost: lines.yaml: expected at most 2000000 lists, maps, elements and lines\n");
 }
 
 TEST_F(JighostTest, BodyThatIsCutAtALineEndIsNoWholeBody) {
@@ -147,44 +136,64 @@ TEST_F(JighostTest, OneOfManyMakesANewBody) {
 }
 
 TEST_F(JighostTest, WrongSequenceIsRefusedWithAllItsLinesBeforeItRuns) {
-    const JIGHOST_RUN run = RunSequence(
-        "steps:\n  - operation: GetBodyID\n  - operation: GetBodyIDs\n"
-        "  - operation: SetBodyID\n    record:\n      SerialNum: 4\n"
-        "  - operation: SetBodyID\n  - {operation: GetBodyID, expects: 0}\n"
-        "  - operation: GetBodyID\n    expect: RESULT_SUCESS\n"
-        "  - {operation: SetOwnerName, record: {OwnerName: a}, expect_fields: {OwnerName: a}}\n");
-    EXPECT_EQ(run.exitCode, 2);
-    for (const std::string line :
-         {"4: there is no operation 'GetBodyIDs'; did you mean 'GetBodyID'",
-          "7: SetBodyID has no field 'SerialNum'", "8: SetBodyID reads a record",
-          "9: expected a key of a step", "11: expected the name or number of a result",
-          "12: expected fields of an operation that fills its record"}) {
-        EXPECT_THAT(run.errors, HasSubstr("sequence.yaml:" + line));
+    const std::string fields = "ManufactureMonth, CodePair, CodeDigitHigh, CodeDigitLow, SerialNo";
+    const std::string time = "expected a time from 1 ms to 3600000 ms, got ";
+    // Each step is a line, and right if nothing is told of it.
+    const std::pair<std::string, std::string> steps[] = {
+        {"7", "expected a step with its operation, got '7'"},
+        {"name: a", "expected a step with its operation, got none"},
+        {"operation: [a]", "expected the name of an operation, got a list"},
+        {"{operation: SetBodyID, record: {SerialNum: 4}}",
+         "SetBodyID has no field 'SerialNum'; its record has " + fields +
+             "; did you mean 'SerialNo'?"},
+        {"operation: SetBodyID", "SetBodyID reads a record: give a value to " + fields},
+        {"{operation: SetBodyID, record: {SerialNo: 1, SerialNo: 2}}",
+         "SetBodyID: expected each field once, got 'SerialNo' again"},
+        {"{operation: SetTimeZone, record: {Value: []}}",
+         "expected the value of a field, got a list"},
+        {"{operation: SetTimeZone, record: 5}", "expected the fields of a record, got '5'"},
+        {"{operation: GetBodyID, expects: 0}",
+         "expected a key of a step (expect, expect_fields, measure, name, on_unexpected, "
+         "operation, record, time_limit, wait), got 'expects'; did you mean 'expect'?"},
+        {"{operation: SetOwnerName, record: {OwnerName: a}, expect_fields: {OwnerName: a}}",
+         "expected fields of an operation that fills its record, which SetOwnerName does not"},
+        {"{operation: GetBodyID, name: a}", ""},
+        {"{operation: GetBodyID, name: a}", "expected each name of a step once, got 'a' again"},
+        {"{operation: SaveBodyID, wait: 0 ms}", time + "'0 ms'"},
+        {"{operation: SaveBodyID, time_limit: 3600001 ms}", time + "'3600001 ms'"},
+    };
+    std::string text = "format: 2\nsteps:\n";
+    std::string expected;
+    int line = 2;
+    for (const auto& [step, mistake] : steps) {
+        text += "  - " + step + '\n';
+        ++line;
+        expected +=
+            mistake.empty() ? "" : "wrong.yaml:" + std::to_string(line) + ": " + mistake + '\n';
     }
-    EXPECT_THAT(run.errors, HasSubstr("did you mean 'SerialNo'?"));
-    EXPECT_THAT(run.errors, HasSubstr("did you mean 'RESULT_SUCCESS'?"));
+    WriteFile("wrong.yaml", text);
+    const JIGHOST_RUN run = RunJighost({"sequence", "wrong.yaml"});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(run.errors, "jighost: " + expected);
     EXPECT_FALSE(std::filesystem::exists("JigDll.log"));
 }
 
-TEST_F(JighostTest, WhatIsGivenTwiceIsRefused) {
-    const auto expect = [](const JIGHOST_RUN& run, const std::string& complaint) {
-        EXPECT_EQ(run.exitCode, 2);
-        EXPECT_THAT(run.errors, HasSubstr(complaint));
+TEST_F(JighostTest, SequenceWithoutItsStepsOrItsFolderIsRefused) {
+    const std::pair<std::string, std::string> wrong[] = {
+        {"", "1: expected steps: with a step at least, got none"},
+        {"steps: []\n", "1: expected steps: with a step at least, got none"},
+        {"steps: 7\n", "2: expected a list of steps, got '7'"},
+        {"steps:\n  - operation: LoadPropertyData\n",
+         "1: expected folder: for LoadPropertyData, got none"},
+        {"folder: none\nsteps:\n  - operation: LoadPropertyData\n", "2: there is no folder none"},
+        {"steps:\n  - operation: GetBodyID\n" + LEAVING,
+         "5: expected no always: in a sequence of format 1, which has no more; format: 2 has"},
     };
-    expect(
-        RunJighost({"run", "SetBodyID", "SerialNo=1", "CodePair=2", "SerialNo=1"}),
-        "SetBodyID: expected each field once, got 'SerialNo' again");
-    expect(
-        RunJighost({"run", "SetABoardEepromData", "Data[2]=1", "Data[0x2]=2"}),
-        "expected each field once, got 'Data[0x2]' again");
-    expect(
-        RunSequence("steps:\n  - operation: SetBodyID\n    record:\n      SerialNo: 1\n"
-                    "      SerialNo: 2\n"),
-        "sequence.yaml:6: SetBodyID: expected each field once, got 'SerialNo' again");
-    expect(
-        RunSequence("steps:\n  - {operation: GetBodyID, name: a}\n  - operation: GetBodyID\n"
-                    "  - {operation: GetBodyID, name: a}\n"),
-        "sequence.yaml:5: expected each name of a step once, got 'a' again");
+    for (const auto& [text, line] : wrong) {
+        const JIGHOST_RUN run = RunSequence(text);
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_EQ(run.errors, "jighost: sequence.yaml:" + line + '\n');
+    }
 }
 
 TEST_F(JighostTest, UnexpectedOutcomeContinuesRetriesAndStops) {
@@ -205,6 +214,8 @@ TEST_F(JighostTest, UnexpectedOutcomeContinuesRetriesAndStops) {
         RunSequence(steps, {"--from", "3"}).output,
         HasSubstr("1 of 3 steps run, 0 not as expected"));
     EXPECT_EQ(RunSequence(steps, {"--until", "GetOwnerName"}).exitCode, 5);
+    EXPECT_EQ(RunSequence("steps:\n" + TOO_LONG + ", expect: 3}\n").exitCode, 0);
+    EXPECT_EQ(RunSequence("steps:\n" + TOO_LONG + ", expect: RESULT_NOT_FOUND}\n").exitCode, 5);
 }
 
 TEST_F(JighostTest, RetriesWaitAndMayBeGivenUp) {
@@ -215,28 +226,29 @@ TEST_F(JighostTest, RetriesWaitAndMayBeGivenUp) {
                                 "\"}\n  - operation: EnterFactoryMode\n");
         return RunJighost({"sequence", "retries.yaml", "--json"});
     };
-    const std::pair<const char*, std::pair<std::size_t, std::size_t>> forms[] = {
-        // attempts and steps that ran
-        {"stop", {1, 1}},
-        {"continue", {1, 2}},
-        {"retry 2", {3, 1}},
-        {"retry 2 after 20 ms", {3, 1}},
-        {"retry 1 after 20 ms, then continue", {2, 2}},
-        {"retry 3, then stop", {4, 1}},
+    // Attempts, steps that ran, and the milliseconds that it took at least.
+    const std::tuple<const char*, std::size_t, std::size_t, double> forms[] = {
+        {"stop", 1, 1, 0},
+        {"continue", 1, 2, 0},
+        {"retry 2", 3, 1, 0},
+        {"retry 2 after 20 ms", 3, 1, 40},
+        {"retry 1 after 20 ms, then continue", 2, 2, 20},
+        {"retry 3, then stop", 4, 1, 0},
     };
-    for (const auto& [text, expected] : forms) {
+    for (const auto& [text, attempts, steps, time] : forms) {
         const auto record = nlohmann::json::parse(run(text).output);
-        EXPECT_EQ(record["steps"][0]["attempts"].size(), expected.first) << text;
-        EXPECT_EQ(record["steps"].size(), expected.second) << text;
-        const double pauses = std::string(text).find("20 ms") == std::string::npos
-                                  ? 0
-                                  : 20.0 * static_cast<double>(expected.first - 1);
-        EXPECT_GE(record["time_ms"].get<double>(), pauses) << text;
+        EXPECT_EQ(record["steps"][0]["attempts"].size(), attempts) << text;
+        EXPECT_EQ(record["steps"].size(), steps) << text;
+        EXPECT_GE(record["time_ms"].get<double>(), time) << text;
     }
-    for (const char* pszWrong :
+    for (const std::string wrong :
          {"", "retry", "retry 0", "retry 1001", "retry 1 after 3600001 ms", "retry 1 after 2 s",
           "retry 1,", "retry 1, then ", "then stop", "continue, then stop"}) {
-        EXPECT_THAT(run(pszWrong).errors, HasSubstr("retries.yaml:3: expected stop, continue or "));
+        EXPECT_EQ(
+            run(wrong).errors,
+            "jighost: retries.yaml:3: expected stop, continue or retry N after M ms, then stop or "
+            "continue; N from 1 to 1000, M up to 3600000, got '" +
+                wrong + "'\n");
     }
     EXPECT_THAT(run("retry 1, then stop", "1").errors, HasSubstr("yaml:3: expected retry N alone"));
     EXPECT_EQ(nlohmann::json::parse(run("retry 1", "1").output)["steps"][0]["attempts"].size(), 2U);
@@ -255,10 +267,6 @@ TEST_F(JighostTest, FaultOfOneAttemptLetsARetrySucceed) {
     EXPECT_EQ(run("SaveOwnerName:1=0x2001"), std::pair(4, std::size_t{4}));
 }
 
-const std::string LEAVING =
-    "always:\n  - {operation: ExitFactoryMode, name: leaving}\n"
-    "  - {operation: GetFactoryModeState, expect_fields: {State: -1}}\n";
-
 TEST_F(JighostTest, StepsOfAlwaysRunHoweverTheOthersEnded) {
     const std::string enter = "format: 2\nsteps:\n  - operation: EnterFactoryMode\n";
     WriteFile("fails.yaml", enter + TOO_LONG + "}\n  - operation: GetBodyID\n" + LEAVING);
@@ -275,25 +283,20 @@ TEST_F(JighostTest, StepsOfAlwaysRunHoweverTheOthersEnded) {
     EXPECT_THAT(unable.errors, HasSubstr("step 4, leaving: expected success"));
     EXPECT_THAT(unable.output, HasSubstr("3 of 5 steps run, 2 not as expected"));
 
-    WriteFile("old.yaml", "format: 1\nsteps:\n  - operation: GetBodyID\n" + LEAVING);
-    EXPECT_THAT(RunJighost({"sequence", "old.yaml"}).errors, HasSubstr("expected no always:"));
     WriteFile("twice.yaml", enter + "    name: leaving\n" + LEAVING);
     EXPECT_THAT(RunJighost({"sequence", "twice.yaml"}).errors, HasSubstr("got 'leaving' again"));
 }
 
 TEST_F(JighostTest, ShippedSequencesSucceedOnANewBody) {
-    const std::filesystem::path folder = SEQUENCE_FOLDER;
+    const std::string folder = std::string(SEQUENCE_FOLDER) + '/';
     std::filesystem::create_directory("adjustment-data");
-    const std::pair<const char*, std::vector<std::string>> sequences[] = {
-        {"identity.yaml", {"--set", "serial=12346"}},
-        {"adjustment-data.yaml", {}},
-        {"inspection.yaml", {}},
+    const std::vector<std::string> runs[] = {
+        {"sequence", folder + "identity.yaml", "--body", "body.yaml", "--set", "serial=12346"},
+        {"sequence", folder + "adjustment-data.yaml", "--body", "body.yaml"},
+        {"sequence", folder + "inspection.yaml", "--body", "body.yaml"},
     };
-    for (const auto& [pszName, values] : sequences) {
-        std::vector<std::string> line = {
-            "sequence", (folder / pszName).string(), "--body", "body.yaml"};
-        line.insert(line.end(), values.begin(), values.end());
-        const JIGHOST_RUN run = RunJighost(line);
+    for (const std::vector<std::string>& arguments : runs) {
+        const JIGHOST_RUN run = RunJighost(arguments);
         EXPECT_EQ(run.exitCode, 0) << run.errors;
     }
     EXPECT_THAT(

@@ -50,11 +50,17 @@ TEST(JighostLogOutputTest, PeopleSeeEachOperationInItsPlaceAndAllFailuresCounted
         "GetBodyID\n");
 }
 
-TEST(JighostLogOutputTest, ProgramsAreToldWhatIsNotThere) {
+TEST(JighostLogOutputTest, ListAndSummaryFollowTheSelection) {
     const FreshFolder folder;
     WriteFile("JigDll.log", MIXED_LOG);
     EXPECT_EQ(
-        RunJighost({"log", "--json", "--failed", "--operation", "GetLanguage"}).output,
+        RunLine("log --failed --operation SaveBodyID JigDll.log").output,
+        "9:07  SaveBodyID                           event or link code (8193)  late  "
+        "(interleaved)\n"
+        "\n2 operations, 1 failed\n"
+        "       1  SaveBodyID                           event or link code (8193)  late\n");
+    EXPECT_EQ(
+        RunLine("log --json --failed --operation GetLanguage").output,
         "{\"format\":1}\n"
         "{\"operation\":\"GetLanguage\",\"depth\":0,\"begin\":null,\"end\":\"9:04\",\"result\":1,"
         "\"result_name\":\"RESULT_SYSTEM_ERROR\",\"error\":\"lost\",\"interleaved\":false}\n"
@@ -62,8 +68,14 @@ TEST(JighostLogOutputTest, ProgramsAreToldWhatIsNotThere) {
         "\"operation\":\"GetLanguage\",\"result\":1,\"result_name\":\"RESULT_SYSTEM_ERROR\","
         "\"error\":\"lost\",\"count\":1}],\"other_failures\":0}}\n");
     EXPECT_THAT(
-        RunJighost({"log", "--json", "--operation", "GetTimeZone"}).output,
-        HasSubstr("\"end\":\"\",\"result\":null,\"result_name\":null,\"error\":\"\""));
+        RunLine("log --json --operation GetTimeZone").output,
+        HasSubstr("\"begin\":\"9:05\",\"end\":\"\",\"result\":null,\"result_name\":null,"
+                  "\"error\":\"\""));
+    // A name that no operation of the module has.
+    WriteFile("JigDll.log", "[FUNC] Foreign\n[FUNC] Foreign - 0\n");
+    const JIGHOST_RUN foreign = RunLine("log --operation Foreign");
+    EXPECT_EQ(foreign.exitCode, 0);
+    EXPECT_THAT(foreign.output, HasSubstr("\n1 operations, 0 failed\n"));
 }
 
 TEST(JighostLogOutputTest, FailuresBeyondAThousandKindsAreCountedTogether) {
@@ -81,15 +93,6 @@ TEST(JighostLogOutputTest, FailuresBeyondAThousandKindsAreCountedTogether) {
         output, HasSubstr("\n       2  GetBodyID                            "
                           "RESULT_INVALID_PARAMETER (3)  E999\n"));
     EXPECT_THAT(output, testing::EndsWith("\n  and 2 others\n"));
-}
-
-// A name of the log that no operation of the module has.
-TEST(JighostLogOutputTest, OperationOfAnotherModuleIsListedToo) {
-    const FreshFolder folder;
-    WriteFile("JigDll.log", "[FUNC] Foreign\n[FUNC] Foreign - 0\n");
-    const JIGHOST_RUN run = RunJighost({"log", "--operation", "Foreign"});
-    EXPECT_EQ(run.exitCode, 0);
-    EXPECT_THAT(run.output, HasSubstr("\n1 operations, 0 failed\n"));
 }
 
 }  // namespace

@@ -8,10 +8,13 @@
 
 namespace {
 
-Link::CALL Request(
+using Link::CALL;
+using Link::FAILURE;
+
+CALL Request(
     const std::string& function, std::uint32_t id, std::int64_t value,
     const Link::Bytes& sent = {}) {
-    Link::CALL call;
+    CALL call;
     call.function = function;
     call.id = id;
     call.value = value;
@@ -19,49 +22,40 @@ Link::CALL Request(
     return call;
 }
 
-Link::CALL Execution(std::int64_t value, bool bFromList) {
-    Link::CALL call = Request("CEventProcedure::Execute", 0, value);
-    call.name = "A";
-    call.fromList = bFromList;
-    return call;
-}
-
-Link::CALL Failed(Link::FAULT kind, std::int32_t code, const std::string& message) {
-    Link::CALL call;
-    call.received = {1};
-    call.failure = Link::FAILURE{.kind = kind, .code = code, .message = message};
-    return call;
-}
-
 TEST(JighostCallTextTest, RequestsAndAnswersTellWhatTheyHave) {
-    std::string digits = "ab";
-    for (int byte = 1; byte < 24; ++byte) {
-        digits += " ab";
-    }
-    const std::pair<Link::CALL, std::string> requests[] = {
+    const std::string bytes =
+        "ab ab ab ab ab ab ab ab ab ab ab ab ab ab ab ab ab ab ab ab ab ab ab ab";
+    CALL execution = Request("CEventProcedure::Execute", 0, -1);
+    execution.name = "A";
+    CALL ofList = execution;
+    ofList.fromList = true;
+    const std::pair<CALL, std::string> requests[] = {
         {Request("CProperty::Get", 0x1000006, 8), "Get 0x1000006 8"},
         {Request("CProperty::Save", 0x1000006, 8), "Save 0x1000006"},
-        {Request("CProperty::Set", 1, 24, Link::Bytes(24, 0xAB)), "Set 0x1 24: " + digits},
+        {Request("CProperty::Set", 1, 24, Link::Bytes(24, 0xAB)), "Set 0x1 24: " + bytes},
         {Request("CProperty::Set", 1, 25, Link::Bytes(25, 0xAB)),
-         "Set 0x1 25: " + digits + " ... (25 bytes)"},
+         "Set 0x1 25: " + bytes + " ... (25 bytes)"},
         {Request("CStrange::New\n", 1, 2), "New\\x0a"},
-        {Execution(-1, false), "Execute A -1"},
-        {Execution(-1, true), "Execute A (list)"},
+        {execution, "Execute A -1"},
+        {ofList, "Execute A (list)"},
     };
     for (const auto& [call, text] : requests) {
         EXPECT_EQ(RequestText(call), text);
     }
     using enum Link::FAULT;
-    const std::pair<Link::CALL, std::string> failures[] = {
-        {Failed(CAMERA_EXCEPTION, 0x2001, "m"), "failed: m (0x2001), 01"},
-        {Failed(STANDARD_EXCEPTION, 0, "m\x1B"), "failed: standard exception, m\\x1b, 01"},
-        {Failed(INTEGER, -7, ""), "failed: integer -7, 01"},
+    const std::pair<FAILURE, std::string> failures[] = {
+        {{.kind = CAMERA_EXCEPTION, .code = 0x2001, .message = "m"}, "m (0x2001)"},
+        {{.kind = STANDARD_EXCEPTION, .message = "m\x1B"}, "standard exception, m\\x1b"},
+        {{.kind = INTEGER, .code = -7}, "integer -7"},
     };
-    for (const auto& [call, text] : failures) {
-        EXPECT_EQ(AnswerText(call), text);
+    for (const auto& [failure, text] : failures) {
+        CALL call;
+        call.received = {1};
+        call.failure = failure;
+        EXPECT_EQ(AnswerText(call), "failed: " + text + ", 01");
         EXPECT_TRUE(IsFailedCall(call));
     }
-    Link::CALL answered;
+    CALL answered;
     EXPECT_EQ(AnswerText(answered), "done");
     answered.received = {1, 2};
     answered.sizeLeft = 3;

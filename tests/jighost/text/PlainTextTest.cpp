@@ -12,11 +12,7 @@ using testing::Not;
 namespace {
 
 TEST(PlainTextTest, WhatSteersATerminalStandsInDigitsAndAllElseStays) {
-    struct CASE {
-        std::string_view text;
-        std::string_view plain;
-    };
-    const CASE cases[] = {
+    const std::pair<std::string_view, std::string_view> texts[] = {
         {"Line 9, Zürich – 北京 📷", "Line 9, Zürich – 北京 📷"},
         {"\x1B[31m", "\\x1b[31m"},
         {"a\r\nb\x7F", "a\\x0d\\x0ab\\x7f"},
@@ -29,22 +25,19 @@ TEST(PlainTextTest, WhatSteersATerminalStandsInDigitsAndAllElseStays) {
         {"\xF4\x90\x80\x80", "\\xf4\\x90\\x80\\x80"},  // behind the last character
         {"\U0010FFFF\u0800\u07FF", "\U0010FFFF\u0800\u07FF"},
     };
-    for (const CASE& each : cases) {
-        EXPECT_EQ(PlainText(each.text), each.plain);
+    for (const auto& [text, plain] : texts) {
+        EXPECT_EQ(PlainText(text), plain);
     }
     EXPECT_EQ(PlainText("a\"\\b", "\"\\"), "a\\x22\\x5cb");
     EXPECT_EQ(PlainText({"\0x", 2}), "\\x00x");
 }
 
-TEST(PlainTextTest, LineOfATraceStaysJsonWhateverIsInIt) {
+TEST(PlainTextTest, JsonStaysJsonAndHoldsWhatSteersATerminalByItsNumbers) {
     std::string text;
     JsonLine line(text);
     line.Add("text", std::string_view("Mü\"\\\x01\xFF"));
     line.End();
     EXPECT_EQ(text, "{\"text\":\"Mü\\\"\\\\\\u0001\uFFFD\"}\n");
-}
-
-TEST(PlainTextTest, JsonHoldsWhatSteersATerminalByItsNumbers) {
     EXPECT_EQ(
         JsonText("Müller \u009B\u202E\U000E0001\x7F\x1B\xFF", ON_ONE_LINE),
         "\"Müller \\u009b\\u202e\\udb40\\udc01\\u007f\\u001b\uFFFD\"");

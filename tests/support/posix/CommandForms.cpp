@@ -3,6 +3,7 @@
 
 #include <regex>
 
+#include "jighost/output/Json.h"
 #include "tests/support/posix/Shell.h"
 
 /// Moments and durations differ from run to run.
@@ -11,15 +12,29 @@ static std::string WithoutTimes(const std::string& text) {
     static const std::regex duration(" +[0-9]+\\.[0-9]+ (m?s)");
     static const std::regex key("\"time_ms\": [-+.0-9e]+");
     const std::string withoutMoments = std::regex_replace(text, moment, "MOMENT");
-    const std::string withoutKeys = std::regex_replace(withoutMoments, key, "\"time_ms\": T");
+    const std::string withoutKeys = std::regex_replace(withoutMoments, key, "\"time_ms\": 0");
     return std::regex_replace(withoutKeys, duration, " T $1");
 }
 
-void Expect(const FORM& form) {
+static void ExpectRun(const FORM& form, std::string (*read)(const std::string& output)) {
     const JIGHOST_RUN run = RunShell("\"$0\" " + form.command);
     EXPECT_EQ(run.exitCode, form.exitCode) << form.command;
-    EXPECT_EQ(WithoutTimes(run.output), form.output) << form.command;
+    EXPECT_EQ(read(run.output), form.output) << form.command;
     EXPECT_EQ(WithoutTimes(run.errors), form.errors) << form.command;
+}
+
+void Expect(const FORM& form) {
+    ExpectRun(form, WithoutTimes);
+}
+
+void ExpectDocument(const FORM& form) {
+    ExpectRun(form, [](const std::string& output) {
+        return Json::parse(WithoutTimes(output), nullptr, false).dump();
+    });
+}
+
+void ExpectRefusal(const std::string& command, const std::string& line) {
+    Expect({command, 2, "", Refusal(line)});
 }
 
 std::string Refusal(const std::string& line) {

@@ -7,7 +7,7 @@
 #include "tests/support/SupportJighost.h"
 
 /// A command line behind "jighost", as a shell reads it, and what must come of it; moments read
-/// MOMENT there and durations T.
+/// MOMENT there and durations T, or 0 in a document.
 struct FORM {
     std::string command;
     int exitCode;
@@ -16,9 +16,13 @@ struct FORM {
 };
 
 void Expect(const FORM& form);
+/// As Expect; the output is a document, given without the blanks and line ends between its parts.
+void ExpectDocument(const FORM& form);
 
 /// What standard error has of a refusal.
 std::string Refusal(const std::string& line);
+/// A command that prints this, and ends with 2.
+void ExpectRefusal(const std::string& command, const std::string& line);
 
 /// 128 words, each with its place for its value.
 std::string EepromWords(const char* pszSeparator);

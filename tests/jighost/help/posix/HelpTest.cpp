@@ -7,7 +7,6 @@
 
 using testing::ContainsRegex;
 using testing::HasSubstr;
-using testing::MatchesRegex;
 using testing::StartsWith;
 
 /// What a command of a shell prints, with standard error; "$0" in it is jighost.
@@ -22,48 +21,48 @@ static std::string Printed(const std::string& shell, const std::string& command)
 
 // --- Completions ---
 
-/// What bash completes at the end of a line of words; the last word may be empty.
-static std::string BashCompleted(const std::string& words, int last) {
+/// What a line behind "jighost" can end with.
+static const std::pair<std::string, std::string> COMPLETED[] = {
+    {"ver", "verify"},
+    {"body ", "new show"},
+    {"log --f", "--failed --follow"},
+    {"run GetBodyI", "GetBodyID"},
+    {"list GetBodyI", "GetBodyID"},
+    {"log --operation SaveBody", "SaveBodyID"},
+    {"run SetBodyID Code", "CodePair= CodeDigitHigh= CodeDigitLow="},
+    {"run SetABoardEepromData D", "Data["},
+    {"dump --body x", ""},
+    {"list SetBodyID CodePair", ""},
+};
+
+static std::string BashCompleted(const std::string& line) {
     return Printed(
-        "/bin/bash", "source <(\"$0\" completion bash); compopt() { :; }; COMP_WORDS=(" + words +
-                         "); COMP_CWORD=" + std::to_string(last) +
-                         "; _jighost; printf '%s\\n' \"${COMPREPLY[@]}\"");
+        "/bin/bash", "source <(\"$0\" completion bash); compopt() { :; }; COMP_WORDS=(jighost " +
+                         line + (line.ends_with(' ') ? "''" : "") +
+                         "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _jighost; "
+                         "printf '%s\\n' \"${COMPREPLY[@]}\"");
 }
 
-TEST(JighostCompletionTest, BashCompletesCommandsOptionsOperationsAndFields) {
-    EXPECT_EQ(BashCompleted("jighost ver", 1), "verify\n");
-    EXPECT_EQ(BashCompleted("jighost body ''", 2), "new\nshow\n");
-    EXPECT_EQ(BashCompleted("jighost log --f", 2), "--failed\n--follow\n");
-    EXPECT_EQ(BashCompleted("jighost run GetBodyI", 2), "GetBodyID\n");
-    EXPECT_EQ(BashCompleted("jighost list GetBodyI", 2), "GetBodyID\n");
-    EXPECT_EQ(BashCompleted("jighost log --operation SaveBody", 3), "SaveBodyID\n");
-    EXPECT_EQ(
-        BashCompleted("jighost run SetBodyID Code", 3),
-        "CodePair=\nCodeDigitHigh=\nCodeDigitLow=\n");
-    EXPECT_EQ(BashCompleted("jighost run SetABoardEepromData D", 3), "Data[\n");
-    EXPECT_EQ(BashCompleted("jighost dump --body x", 3), "\n");
-    EXPECT_EQ(BashCompleted("jighost list SetBodyID Code", 3), "\n");
-}
-
-static std::string FishCompleted(const std::string& line) {
+/// Each word with a tab and what it means.
+static std::string FishCompleted(const std::string& line, const std::string& filter = "") {
     return Printed(
         "/bin/sh",
         "\"$0\" completion fish >script; HOME=. fish --no-config -c \"source script; "
-        "complete -C '" +
-            line + "'\"");
+        "complete -C 'jighost " +
+            line + "'\"" + filter);
 }
 
-TEST(JighostCompletionTest, FishCompletesTheSameWithWhatItMeans) {
+TEST(JighostCompletionTest, BashAndFishCompleteCommandsOptionsOperationsAndFields) {
     const FreshFolder folder;
-    EXPECT_THAT(FishCompleted("jighost ver"), MatchesRegex("verify\tChecks [^\n]+\n"));
-    EXPECT_THAT(FishCompleted("jighost body "), MatchesRegex("new\t[^\n]+\nshow\t[^\n]+\n"));
-    EXPECT_THAT(FishCompleted("jighost log --fa"), MatchesRegex("--failed\tLists [^\n]+\n"));
-    EXPECT_THAT(FishCompleted("jighost run GetBodyI"), MatchesRegex("GetBodyID\treads [^\n]+\n"));
-    EXPECT_THAT(FishCompleted("jighost list GetBodyI"), StartsWith("GetBodyID\t"));
-    EXPECT_THAT(FishCompleted("jighost log --operation SaveBody"), StartsWith("SaveBodyID\t"));
-    EXPECT_EQ(
-        FishCompleted("jighost run SetBodyID Code"), "CodeDigitHigh=\nCodeDigitLow=\nCodePair=\n");
-    EXPECT_EQ(FishCompleted("jighost verify --body scr"), "script\n");
+    for (const auto& [line, words] : COMPLETED) {
+        const auto areThese = testing::UnorderedElementsAreArray(Words(words));
+        EXPECT_THAT(Words(BashCompleted(line)), areThese) << line;
+        EXPECT_THAT(Words(FishCompleted(line, "|cut -f 1")), areThese) << line;
+    }
+    EXPECT_THAT(FishCompleted("ver"), StartsWith("verify\tChecks "));
+    EXPECT_THAT(FishCompleted("log --fa"), StartsWith("--failed\tLists "));
+    EXPECT_THAT(FishCompleted("run GetBodyI"), StartsWith("GetBodyID\treads "));
+    EXPECT_EQ(FishCompleted("verify --body scr"), "script\n");
 }
 
 // Outside a line editor zsh completes nothing: what its own functions are given is seen instead.
