@@ -134,6 +134,7 @@ TEST_F(TraceCommandTest, ListHoldsWhatIsAskedFor) {
     EXPECT_THAT(Listed({line, "--failed"}), ElementsAre(2, 6));
     EXPECT_THAT(Listed({line, "--operation", "GetBodyID"}), ElementsAre(1, 3, 4));
     EXPECT_THAT(Listed({line, "--serial", "54322"}), ElementsAre(3, 5, 6));
+    EXPECT_THAT(Listed({line, "--since", "2026-11-22 22:06:03.123"}), ElementsAre(4, 5, 6));
     EXPECT_THAT(Listed({line, "--since", "2026-11-22 22:06:03.124"}), ElementsAre(5, 6));
     EXPECT_THAT(Listed({line, "--until", "2026-11-22 22:06"}), ElementsAre(1, 2, 3, 4, 5));
     EXPECT_THAT(Listed({line, "--until", "2026-11-21"}), ElementsAre());
