@@ -46,16 +46,6 @@ TEST_F(AskingTest, MissingAndWrongAnswersAreToldAheadOfTheFirstStep) {
             HasSubstr("no step 'lamb' that asks; did you mean 'lamp'?")));
     Answered(2, "cap,y\ncap,n\n", "csv:3: expected one answer");
     EXPECT_FALSE(std::filesystem::exists("JigDll.log"));
-    const std::pair<std::string, std::string> questions[] = {
-        {"min: 1", "expected min: and max: of a number"},
-        {"answer: number, pattern: b", "expected min: and max: of a number"},
-        {"answer: many", "expected yes or no, number or text, got 'many'"},
-        {"answer: text, pattern: \"(\"", "expected a regular expression"},
-        {"on_unexpected: retry 1", "expected stop or continue, got 'retry 1'"}};
-    for (const auto& [text, error] : questions) {
-        WriteFile("asks.yaml", "format: 2\nsteps:\n  - {ask: a, " + text + "}\n");
-        RunTo(2, "sequence --check asks.yaml", "asks.yaml:3: " + error);
-    }
 }
 
 }  // namespace

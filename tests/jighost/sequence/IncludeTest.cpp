@@ -93,11 +93,6 @@ TEST_F(IncludeTest, MistakesAreToldThroughIncludesWithAllTheirPlaces) {
         {"include: parts/owner.yaml", "main.yaml:5: expected a value of the parameter owner"},
         {owner + "{owners: a}}", "no parameter 'owners'; did you mean"},
         {owner + "{owner: 12345678901}}", "expected at most 10 charact"},
-        {"{repeat: 0, steps: [{operation: GetBodyID}]}", "main.yaml:5: expected how often"},
-        {"{repeat: 1001, steps: [{operation: GetBodyID}]}", "main.yaml:5: expected how often"},
-        {"{repeat: 2, as: who, steps: [{operation: GetBodyID}]}", "name that no parameter has"},
-        {"{repeat: 2, steps: []}", "main.yaml:5: expected steps: with a step at least"},
-        {"{repeat: [1, 1], steps: [{operation: GetBodyID, name: n}]}", "got 'n [1]' again"},
     };
     for (const auto& [step, complaint] : mistakes) {
         Refuses(step, complaint);
@@ -110,17 +105,12 @@ TEST_F(IncludeTest, NoFileBecomesMoreThanARunCanHave) {
         deep = "{repeat: 1, steps: [" + deep + "]}";
     }
     RunMain(0, "steps: [" + deep + "]\n", "");
-    const std::string tooDeep = "expected includes and repeats at most 8 deep";
-    Refuses("{repeat: 1, steps: [" + deep + "]}", tooDeep);
-    Refuses(
-        "{repeat: 1000, steps: [{repeat: 1000, steps: [{operation: GetBodyID}]}]}",
-        "expected at most 10000 steps, repeats");
-    // Aliases that double at each level, and one that holds itself.
+    Refuses("{repeat: 1, steps: [" + deep + "]}", "expected includes and repeats at most 8 deep");
+    // Aliases that double at each level.
     Refuses(
         "&a0 {repeat: 1000, steps: [{include: \"${x}\"}]}\n"
         "  - {repeat: [\"1\"], as: x, steps: [*a0, *a0]}",
         "there is no parameter 'x'");
-    Refuses("&a {repeat: 2, steps: [*a, *a]}", tooDeep);
 }
 
 }  // namespace

@@ -180,7 +180,8 @@ TEST_F(JighostTest, KillAtNoMomentTearsBodyOrRecordOrLeavesRubbishForGood) {
 #endif
     int kills = 0;
     for (const std::string call :
-         {"openat", "write", "rename", "unlink", "fchmod", "fsync", "fdatasync", "close"}) {
+         {"openat", "write", "writev", "rename", "unlink", "fchmod", "fsync", "fdatasync",
+          "close"}) {
         for (int number = 1; KillAtCall(call, number, before, behind); number += step) {
             ++kills;
         }
