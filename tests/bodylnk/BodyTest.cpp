@@ -114,6 +114,8 @@ TEST_F(BodyTest, WholeBodyIsResetPartByPart) {
 
     std::uint32_t size = 0;
     std::int32_t word = 0;
+    CEventProcedure().ExecuteAndGetSize("FA_GetCalendar", &size, &word);
+    EXPECT_EQ(size, 36U) << "nine words";
     CEventProcedure().ExecuteAndGetSize("FA_GetCameraLogStart", &size, &word);
     RunEvent("FA_GetCameraLogEnd");
     ExpectRefused([] { RunEvent("FA_GetCameraLogEnd"); });

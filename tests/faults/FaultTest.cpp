@@ -105,7 +105,7 @@ class FaultTest : public ModuleTest {
         EXPECT_FALSE(IsBlockHeld("BODYID"));
         BODY_ID_T bodyID{};
         EXPECT_EQ(Run("GetBodyID", &bodyID), 0);
-        EXPECT_THAT(Log(), Closes("GetBodyID", 0));
+        EXPECT_TRUE(ClosesOnce(Log(), "> [FUNC] GetBodyID - ", 0)) << Log();
     }
 
     /// Whether nothing came from the camera; one operation empties its record ahead of that.
@@ -195,7 +195,7 @@ TEST_F(FaultTest, NullExceptionPointerIsUnexpected) {
         }
     });
     EXPECT_EQ(Run("SaveBodyID"), 33);
-    EXPECT_EQ(Log(), Frame("SaveBodyID", 33, UNEXPECTED));
+    EXPECT_EQ(Log(), Frame("SaveBodyID", 33, "> [ERR!] UnExpected Exception\n"));
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 // Other processes are killed at any moment of using a block, or use it at the same time.
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -123,15 +122,11 @@ struct HELD {
 
 TEST_F(ProcessFaultTest, ForkedChildTakesNothingFromItsParent) {
     const HELD held(m_Name);
-    const pid_t child = fork();
-    if (child == 0) {
+    EXPECT_TRUE(HoldsInChild([&] {
         const bool bRefused = held.IsRefused();
         UnmapViewOfFile(held.pView);
-        _exit(bRefused ? 0 : 1);
-    }
-    int status = -1;
-    EXPECT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0);
+        return bRefused;
+    }));
     BlockHolder other;
     EXPECT_EQ(other.Open(m_Name, 1), "existing");
     EXPECT_EQ(other.Read(), "78");

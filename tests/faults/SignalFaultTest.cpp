@@ -8,31 +8,14 @@
 
 #include "tests/support/FileFaults.h"
 #include "tests/support/Support.h"
+#include "tests/support/SupportProcess.h"
 
 namespace {
 
 const char PIPE[] = "pipe";
 
-/// Counts a signal that reaches this process, as a host would that handles it.
-class SignalCount {
-  public:
-    explicit SignalCount(int signal) : m_Signal(signal) {
-        s_nCount = 0;
-        struct sigaction action {};
-        action.sa_handler = [](int) { ++s_nCount; };
-        EXPECT_EQ(sigaction(signal, &action, &m_Former), 0);
-    }
-    SignalCount(const SignalCount&) = delete;
-    SignalCount& operator=(const SignalCount&) = delete;
-    ~SignalCount() { sigaction(m_Signal, &m_Former, nullptr); }
-
-    int Count() const { return s_nCount; }
-
-  private:
-    inline static std::atomic<int> s_nCount = 0;
-    int m_Signal;
-    struct sigaction m_Former {};
-};
+/// The signals that reached this process, as a host counts them that handles them.
+std::atomic<int> s_nRaised = 0;
 
 /// The pipe opens while it has a reader, who is gone when it comes to the second write.
 void WriteToPipeWithoutReader(int openFlags) {
@@ -76,10 +59,11 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_P(RaisingWriteTest, HostThatHandlesTheSignalOrDiesOfItGetsNone) {
     for (const int openFlags : {_O_APPEND, _O_TRUNC, 0}) {
-        const SignalCount raised(m_Signal);
+        s_nRaised = 0;
+        const SignalHandler handler(m_Signal, [](int) { ++s_nRaised; });
         m_Write(openFlags);
-        EXPECT_EQ(raised.Count(), 0);
-        std::signal(m_Signal, SIG_DFL);
+        EXPECT_EQ(s_nRaised, 0);
+        const SignalHandler none(m_Signal, SIG_DFL);
         m_Write(openFlags);
     }
 }

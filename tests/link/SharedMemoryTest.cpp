@@ -120,31 +120,6 @@ TEST_F(SharedMemoryTest, ContentEndsWithTheLastHolder) {
     EXPECT_EQ(first.Read(), ZEROS);
 }
 
-TEST_F(SharedMemoryTest, OperationAloneLeavesNothing) {
-    EXPECT_EQ(Run("SetBodyID", &m_BodyID), 0);
-    SimulatedBody::FailCall(1);
-    EXPECT_EQ(Run("GetBodyID", &m_BodyID), LINK_FAILURE);
-    BlockHolder holder;
-    EXPECT_EQ(holder.Open("BODYID", 8), "created");
-    EXPECT_EQ(holder.Read(), ZEROS);
-}
-
-TEST_F(SharedMemoryTest, KilledHolderCountsAsGone) {
-    BlockHolder survivor;
-    {
-        BlockHolder killed;
-        EXPECT_EQ(killed.Open("BODYID", 8), "created");
-        killed.Write({1, 2, 3, 4, 5, 6, 7, 8});
-        EXPECT_EQ(survivor.Open("BODYID", 8), "existing");
-        killed.Kill();
-        EXPECT_EQ(survivor.Read(), "01 02 03 04 05 06 07 08");
-    }
-    survivor.Kill();
-    BlockHolder next;
-    EXPECT_EQ(next.Open("BODYID", 8), "created");
-    EXPECT_EQ(next.Read(), ZEROS);
-}
-
 TEST_F(SharedMemoryTest, LockOfAKilledOwnerPassesOn) {
     BlockHolder owner;
     BlockHolder waiter;

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <sstream>
 
+#include "tests/support/SupportBlocks.h"
 #include "tests/support/SupportOperations.h"
 
 namespace {
@@ -15,6 +16,7 @@ struct EDGE {
     std::vector<std::function<void()>> setUps = {};  ///< of the body, behind those of the facts
     Steps behind = {};                               ///< the closing line
     bool bNull = false;                              ///< the host gives no record
+    std::string block = {};  ///< of the body ID, behind the run; empty if it is not looked at
     std::string file = {};  ///< the bytes of CameraLog behind the run; empty if it is not looked at
 };
 
@@ -90,6 +92,8 @@ std::vector<EDGE> Edges() {
                 edge.setUps.push_back(std::move(setUp));
             } else if (key == "behind") {
                 edge.behind.push_back(TextIn(words));
+            } else if (key == "block") {
+                edge.block = TextIn(words);
             } else if (key == "file") {
                 edge.file = TextIn(words);
             } else if (key == "null") {
@@ -104,12 +108,15 @@ std::vector<EDGE> Edges() {
 
 TEST_F(ModuleTest, EdgesOfOperationsHaveTheirStepsAndLeaveTheRecord) {
     const std::vector<EDGE> edges = Edges();
-    EXPECT_EQ(edges.size(), 65U);
+    EXPECT_EQ(edges.size(), 94U);
+    BlockHolder holder;
+    EXPECT_EQ(holder.Open("BODYID", 8), "created");
     for (const EDGE& edge : edges) {
         SCOPED_TRACE(edge.title);
         SetUpBody(edge.facts);
         std::filesystem::remove("CameraLog");
         WriteFile("CameraLog", "earlier");
+        holder.Write({1, 2, 3, 4, 5, 6, 7, 8});
         for (const auto& setUp : edge.setUps) {
             setUp();
         }
@@ -119,6 +126,9 @@ TEST_F(ModuleTest, EdgesOfOperationsHaveTheirStepsAndLeaveTheRecord) {
         EXPECT_EQ(RunSteps(edge.facts.name, edge.bNull ? nullptr : record.data()), expected);
         EXPECT_EQ(Result(), edge.facts.result);
         EXPECT_EQ(Hex(record), Hex(LongRecord(Left(edge.facts))));
+        if (!edge.block.empty()) {
+            EXPECT_EQ(holder.Read(), edge.block);
+        }
         if (!edge.file.empty()) {
             const SimulatedBody::Bytes bytes = FromHex(edge.file);
             EXPECT_EQ(ReadFile("CameraLog"), std::string(bytes.begin(), bytes.end()));

@@ -7,8 +7,10 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <tuple>
 
 #include "tests/support/Support.h"
+#include "tests/support/SupportTable.h"
 
 namespace {
 
@@ -76,12 +78,7 @@ TEST_F(PlatformTest, AppendedTextFitsWithItsZeroOrTheDestinationIsEmpty) {
 }
 
 TEST_F(PlatformTest, NumbersAreWrittenInAllRadicesOrTheDestinationIsEmpty) {
-    struct Case {
-        int value;
-        int radix;
-        const char* pszExpected;
-    };
-    const Case cases[] = {
+    const std::tuple<int, int, const char*> cases[] = {
         {0, 10, "0"},
         {INT_MIN, 10, "-2147483648"},
         {-1, 16, "ffffffff"},
@@ -89,30 +86,21 @@ TEST_F(PlatformTest, NumbersAreWrittenInAllRadicesOrTheDestinationIsEmpty) {
         {35, 36, "z"},
         {INT_MIN, 8, "20000000000"},
         {INT_MIN, 2, "10000000000000000000000000000000"}};
-    for (const Case& one : cases) {
+    for (const auto& [value, radix, pszExpected] : cases) {
         char szNumber[33] = "old";
-        const std::size_t exact = std::string(one.pszExpected).size() + 1;
-        EXPECT_EQ(_itoa_s(one.value, szNumber, exact, one.radix), 0);
-        EXPECT_STREQ(szNumber, one.pszExpected);
-        EXPECT_NE(_itoa_s(one.value, szNumber, exact - 1, one.radix), 0) << one.pszExpected;
-        EXPECT_STREQ(szNumber, exact == 1 ? one.pszExpected : "") << one.pszExpected;
+        const std::size_t exact = std::string(pszExpected).size() + 1;
+        EXPECT_EQ(_itoa_s(value, szNumber, exact, radix), 0);
+        EXPECT_STREQ(szNumber, pszExpected);
+        EXPECT_NE(_itoa_s(value, szNumber, exact - 1, radix), 0) << pszExpected;
+        EXPECT_STREQ(szNumber, exact == 1 ? pszExpected : "") << pszExpected;
     }
 }
 
 TEST_F(PlatformTest, IniValuesInEveryForm) {
-    struct Case {
-        const char* pszText;
-        int expected;
-    };
-    const Case cases[] = {
-        {"260", 260}, {"  7\t", 7}, {"-12", -12},       {"+12", 12},     {"0x1F2b", 0x1F2B},
-        {"0o17", 15}, {"0b101", 5}, {"12 ; words", 12}, {"12x", 12},     {"010", 10},
-        {"words", 0}, {"-", 0},     {"0x", 0},          {"\"42\"", 42},  {"4294967295", -1},
-        {"", -1},     {"   ", -1},  {"0b12", 1},        {"\" 42\"", 42},
-    };
-    for (const Case& one : cases) {
-        WriteIni(std::string("[S]\r\nKey=") + one.pszText + "\r\nNext=99\r\n");
-        EXPECT_EQ(ReadIni("S", "Key"), one.expected) << "Key=" << one.pszText;
+    for (const YAML::Node& row : TableRows("platform/values.yaml", 19)) {
+        const auto text = row[0].as<std::string>();
+        WriteIni("[S]\r\nKey=" + text + "\r\nNext=99\r\n");
+        EXPECT_EQ(ReadIni("S", "Key"), row[1].as<int>()) << text;
     }
 }
 

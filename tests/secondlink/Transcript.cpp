@@ -1,11 +1,13 @@
 // The runs, one behind the other.
 #include "tests/secondlink/Transcript.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <map>
 #include <sstream>
 #include <stdexcept>
+#include <vector>
 
 #include "frame/Registration.h"
 #include "tests/support/Driver.h"
@@ -105,19 +107,23 @@ std::string Transcript(const std::filesystem::path& module, SECOND_LINK& link) {
     return transcript + link.notes + TakeLog();
 }
 
-std::string FirstDifference(const std::string& expected, const std::string& made) {
-    std::istringstream expectedLines(expected);
-    std::istringstream madeLines(made);
-    std::string expectedLine;
-    std::string madeLine;
-    for (std::size_t number = 1;; ++number) {
-        const bool bExpected = static_cast<bool>(std::getline(expectedLines, expectedLine));
-        const bool bMade = static_cast<bool>(std::getline(madeLines, madeLine));
-        if (!bExpected && !bMade) {
-            return "";
-        }
-        if (bExpected != bMade || expectedLine != madeLine) {
-            return std::to_string(number) + ": " + expectedLine + " | " + madeLine;
-        }
+static std::vector<std::string> LinesOf(const std::string& text) {
+    std::istringstream lines(text);
+    std::vector<std::string> all;
+    for (std::string line; std::getline(lines, line);) {
+        all.push_back(line);
     }
+    all.emplace_back("\n");  // as no line is
+    return all;
+}
+
+std::string FirstDifference(const std::string& expected, const std::string& made) {
+    const auto lines = LinesOf(expected);
+    const auto madeLines = LinesOf(made);
+    const auto [line, madeLine] =
+        std::mismatch(lines.begin(), lines.end(), madeLines.begin(), madeLines.end());
+    if (line == lines.end()) {
+        return "";
+    }
+    return std::to_string(line - lines.begin() + 1) + ": " + *line + " | " + *madeLine;
 }

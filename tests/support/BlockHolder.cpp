@@ -12,8 +12,10 @@
 //
 // What goes wrong is answered with "failed" and the system's error number.
 #include <algorithm>
+#include <functional>
 #include <iomanip>
 #include <iostream>
+#include <map>
 #include <sstream>
 #include <string>
 
@@ -101,28 +103,19 @@ std::string Close(HELD& held) {
 }
 
 std::string Answer(HELD& held, const std::string& command, std::istream& arguments) {
+    using COMMAND = std::function<std::string()>;
+    const std::map<std::string, COMMAND> ofAnOpenBlock = {
+        {"read", [&] { return Read(held); }},   {"write", [&] { return Write(held, arguments); }},
+        {"lock", [&] { return Lock(held); }},   {"unlock", [&] { return Unlock(held); }},
+        {"close", [&] { return Close(held); }},
+    };
     if (command == "open") {
         return Open(held, arguments);
     }
     if (command == "churn") {
         Churn(arguments);
     }
-    if (held.pView == nullptr) {
-        return "nothing is open";
-    }
-    if (command == "read") {
-        return Read(held);
-    }
-    if (command == "write") {
-        return Write(held, arguments);
-    }
-    if (command == "lock") {
-        return Lock(held);
-    }
-    if (command == "unlock") {
-        return Unlock(held);
-    }
-    return command == "close" ? Close(held) : "unknown command";
+    return held.pView == nullptr ? "nothing is open" : ofAnOpenBlock.at(command)();
 }
 
 }  // namespace

@@ -5,9 +5,9 @@
 #include <fstream>
 #include <iomanip>
 #include <iterator>
-#include <map>
 #include <memory>
 #include <random>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -165,14 +165,6 @@ Steps ModuleTest::RunSteps(const std::string& name, void* pArgument) {
     return steps;
 }
 
-void ModuleTest::Expect(
-    const std::string& operation, std::int32_t result, const std::vector<std::string>& calls,
-    const std::string& log, void* pArgument) {
-    EXPECT_EQ(Run(operation, pArgument), result);
-    EXPECT_EQ(Calls(), calls);
-    EXPECT_EQ(Log(), log);
-}
-
 std::string ModuleTest::Log() const {
     std::string log = ReadFile(LOG_FILE).substr(m_LogStart);
     log.erase(std::remove(log.begin(), log.end(), '\r'), log.end());
@@ -194,36 +186,31 @@ std::vector<std::string> ModuleTest::Calls() {
 // --- Texts ---
 
 std::string CallText(const SimulatedBody::CALL& call) {
-    enum NUMBER { NONE, ID, VALUE, ID_AND_VALUE, COUNT };
-    static const std::map<std::string, NUMBER> numbers = {
-        {"Get", ID_AND_VALUE},
-        {"Set", ID_AND_VALUE},
-        {"Save", ID},
-        {"InitializeList", COUNT},
-        {"PushList", ID},
-        {"Execute", VALUE},
-        {"PushParameterAsInteger", VALUE},
-        {"PushParameterAsSafeArray", VALUE},
-        {"GetReturnData", VALUE},
-        {"ExecuteAndGetData", VALUE},
-        {"ChangeBank", ID},
-        {"WriteMemory", ID_AND_VALUE},
-        {"ReadMemory", ID_AND_VALUE},
-        {"CallFunction", COUNT},
-    };
+    // The functions of which these numbers tell something.
+    static const std::set<std::string> ids = {"Get",        "Set",         "Save",      "PushList",
+                                              "ChangeBank", "WriteMemory", "ReadMemory"};
+    static const std::set<std::string> counts = {"InitializeList", "CallFunction"};
+    static const std::set<std::string> values = {
+        "Get",
+        "Set",
+        "Execute",
+        "PushParameterAsInteger",
+        "PushParameterAsSafeArray",
+        "GetReturnData",
+        "ExecuteAndGetData",
+        "WriteMemory",
+        "ReadMemory"};
     const std::string function = call.function.substr(call.function.rfind(':') + 1);
-    const auto found = numbers.find(function);
-    const NUMBER number = found == numbers.end() ? NONE : found->second;
     std::ostringstream text;
     text << function << (call.name.empty() ? "" : " ") << call.name;
-    if (number == ID || number == ID_AND_VALUE) {
+    if (ids.contains(function)) {
         text << " 0x" << std::hex << std::uppercase << call.id << std::dec;
     }
-    if (number == VALUE || number == ID_AND_VALUE) {
-        text << ' ' << call.value;
-    }
-    if (number == COUNT) {
+    if (counts.contains(function)) {
         text << ' ' << call.id;
+    }
+    if (values.contains(function)) {
+        text << ' ' << call.value;
     }
     text << (call.sent.empty() ? "" : ": ") << Hex(call.sent) << (call.failure ? " failed" : "");
     return text.str();

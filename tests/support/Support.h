@@ -101,11 +101,6 @@ class ModuleTest : public testing::Test {
     /// The link calls since the last Run or SimulatedBody::ClearCalls, as CallText writes them.
     static std::vector<std::string> Calls();
 
-    /// Runs an operation and holds its result, its link calls and its whole log against these.
-    void Expect(
-        const std::string& operation, std::int32_t result, const std::vector<std::string>& calls,
-        const std::string& log, void* pArgument = nullptr);
-
     const std::filesystem::path& Folder() const { return m_Folder.path; }
     LoadedModule& Module() { return *m_pModule; }
     void Unload() { m_pModule.reset(); }
@@ -157,9 +152,6 @@ std::string FailedFrame(
 const std::int32_t LINK_FAILURE = 0x2001;
 inline const std::string LINK_MESSAGE = "[EVNT] Link failure";
 
-/// The error line of something that is no CException.
-inline const std::string UNEXPECTED = "> [ERR!] UnExpected Exception\n";
-
 /// A file's bytes; fails the test if it can't be read.
 std::string ReadFile(const std::filesystem::path& path);
 void WriteFile(const std::filesystem::path& path, std::string_view bytes);
@@ -176,15 +168,4 @@ std::size_t CountLines(std::string_view log, std::string_view line);
 MATCHER_P(HasLine, line, "") {
     *result_listener << "the log is\n" << arg;
     return CountLines(arg, line) > 0;
-}
-
-/// The operation wrote exactly one closing line, as the last line, with this result.
-MATCHER_P2(Closes, logName, result, "") {
-    *result_listener << "the log is\n" << arg;
-    const std::string start = std::string("> [FUNC] ") + logName + " - ";
-    const std::string last = start + std::to_string(result) + "\n";
-    const std::string log = "\n" + std::string(arg);
-    const std::size_t first = log.find("\n" + start);
-    return first != std::string::npos && first + 1 + last.size() == log.size() &&
-           log.compare(first + 1, last.size(), last) == 0;
 }

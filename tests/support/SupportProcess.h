@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <fstream>
 #include <limits>
 #include <string>
@@ -67,3 +69,31 @@ inline std::vector<std::pair<pid_t, std::size_t>> Segments() {
     }
     return segments;
 }
+
+/// Does the work in a child, and tells whether that held.
+template <class Work>
+bool HoldsInChild(const Work& work) {
+    const pid_t child = fork();
+    if (child == 0) {
+        _exit(work() ? 0 : 1);
+    }
+    int status = -1;
+    return waitpid(child, &status, 0) == child && status == 0;
+}
+
+/// What this process does on a signal, for a while.
+class SignalHandler {
+  public:
+    SignalHandler(int signal, void (*pHandler)(int)) : m_Signal(signal) {
+        struct sigaction action = {};
+        action.sa_handler = pHandler;
+        EXPECT_EQ(sigaction(signal, &action, &m_Former), 0);
+    }
+    SignalHandler(const SignalHandler&) = delete;
+    SignalHandler& operator=(const SignalHandler&) = delete;
+    ~SignalHandler() { sigaction(m_Signal, &m_Former, nullptr); }
+
+  private:
+    int m_Signal;
+    struct sigaction m_Former = {};
+};

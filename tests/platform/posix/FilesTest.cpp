@@ -139,29 +139,23 @@ TEST_F(FilesTest, GrowingFileTakesWholeLinesWithinItsLimitAndIsNewEachTime) {
 
 TEST_F(FilesTest, ProgramsThatAreStartedHaveNoneOfTheFiles) {
     WriteFile("file", "");
-    const auto flags = [](const auto& open) {
+    const auto expectNone = [](const auto& open) {
         const int nDescriptor = NextDescriptor();
         const auto opened = open();
-        return fcntl(nDescriptor, F_GETFD);
+        EXPECT_EQ(fcntl(nDescriptor, F_GETFD), FD_CLOEXEC);
     };
-    EXPECT_EQ(flags([] { return std::make_unique<FileReader>("file"); }), FD_CLOEXEC);
-    EXPECT_EQ(
-        flags([] { return std::make_unique<Process>("/bin/cat", std::vector<std::string>()); }),
-        FD_CLOEXEC);
-    EXPECT_EQ(
-        flags([] {
-            auto pLock = std::make_unique<FileLock>();
-            EXPECT_TRUE(pLock->Take("file"));
-            return pLock;
-        }),
-        FD_CLOEXEC);
-    EXPECT_EQ(
-        flags([] {
-            auto pFile = std::make_unique<GrowingFile>();
-            EXPECT_EQ(pFile->Create("new"), 0);
-            return pFile;
-        }),
-        FD_CLOEXEC);
+    expectNone([] { return FileReader("file"); });
+    expectNone([] { return Process("/bin/cat", {}); });
+    expectNone([] {
+        auto pLock = std::make_unique<FileLock>();
+        EXPECT_TRUE(pLock->Take("file"));
+        return pLock;
+    });
+    expectNone([] {
+        auto pFile = std::make_unique<GrowingFile>();
+        EXPECT_EQ(pFile->Create("new"), 0);
+        return pFile;
+    });
 }
 
 // --- INI files ---

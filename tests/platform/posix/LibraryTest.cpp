@@ -14,12 +14,13 @@ namespace {
 TEST(LibraryTest, LibrariesGiveTheirOwnExportsAlone) {
     const std::string overlong(5000, 'x');
     const std::string path = (BuildFolder() / MODULE_FILE).string();
-    EXPECT_EQ(LoadLibraryA(nullptr), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
-    EXPECT_EQ(LoadLibraryA(overlong.c_str()), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
-    EXPECT_EQ(LoadLibraryA("none.so"), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_MOD_NOT_FOUND});
+    for (const auto& [pszPath, code] :
+         {std::pair<const char*, DWORD>(nullptr, ERROR_INVALID_PARAMETER),
+          {overlong.c_str(), ERROR_INVALID_PARAMETER},
+          {"none.so", ERROR_MOD_NOT_FOUND}}) {
+        EXPECT_EQ(LoadLibraryA(pszPath), nullptr);
+        EXPECT_EQ(GetLastError(), code);
+    }
     EXPECT_THAT(LastLibraryError(), HasSubstr("none.so: cannot open"));
     EXPECT_EQ(LastLibraryError(), "") << "it is told once";
     HMODULE module = LoadLibraryA(path.c_str());

@@ -252,10 +252,7 @@ void AwaitWaiter(key_t key) {
 TEST_F(ObjectsTest, SignalsEndNoWaitingAndTheLossOfTheObjectDoes) {
     static std::atomic<int> s_nSignals;
     s_nSignals = 0;
-    struct sigaction action = {};
-    struct sigaction former = {};
-    action.sa_handler = [](int) { ++s_nSignals; };
-    ASSERT_EQ(sigaction(SIGUSR1, &action, &former), 0);
+    const SignalHandler handler(SIGUSR1, [](int) { ++s_nSignals; });
     BlockHolder owner;
     EXPECT_EQ(owner.Open("LONE", 1), "created");
     EXPECT_EQ(owner.Do("lock"), "locked");
@@ -280,7 +277,6 @@ TEST_F(ObjectsTest, SignalsEndNoWaitingAndTheLossOfTheObjectDoes) {
     EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
     EXPECT_EQ(CloseHandle(hMutex), FALSE) << "there is nothing to let go of";
     EXPECT_EQ(owner.Do("close"), "closed");
-    sigaction(SIGUSR1, &former, nullptr);
 }
 
 TEST_F(ObjectsTest, BlockThatFindsNoRoomIsNotLeftHalfMade) {

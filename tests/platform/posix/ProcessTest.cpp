@@ -85,17 +85,6 @@ TEST(ProcessTest, ProcessIsAtItsEndWhateverItHasStarted) {
     kill(std::stoi(*started), SIGKILL);
 }
 
-/// Does the work in a child, and tells whether that held.
-template <class Work>
-bool HoldsInChild(const Work& work) {
-    const pid_t child = fork();
-    if (child == 0) {
-        _exit(work() ? 0 : 1);
-    }
-    int status = -1;
-    return waitpid(child, &status, 0) == child && status == 0;
-}
-
 TEST(ProcessTest, ProcessesAreToldFromOneAnother) {
     const std::uint32_t forks = ForkCount();
     EXPECT_TRUE(HoldsInChild([=] { return ForkCount() == forks + 1; }));
@@ -105,37 +94,37 @@ TEST(ProcessTest, ProcessesAreToldFromOneAnother) {
         << "one that this user may not send a signal";
 }
 
+void (*HandlerOf(int signal))(int) {
+    struct sigaction action = {};
+    EXPECT_EQ(sigaction(signal, nullptr, &action), 0);
+    return action.sa_handler;
+}
+
 TEST(ProcessTest, FirstSignalToEndIsCaughtUnlessItIsIgnored) {
     static int s_nCaught;
-    const std::array<int, 3> signals = {SIGINT, SIGTERM, SIGHUP};
-    for (const int nIgnored : signals) {
-        std::array<struct sigaction, signals.size()> former{};
-        for (std::size_t i = 0; i < signals.size(); ++i) {
-            struct sigaction action = {};
-            action.sa_handler = signals[i] == nIgnored ? SIG_IGN : SIG_DFL;
-            ASSERT_EQ(sigaction(signals[i], &action, &former[i]), 0);
-        }
+    for (const int nIgnored : {SIGINT, SIGTERM, SIGHUP}) {
+        const auto before = [=](int nSignal) { return nSignal == nIgnored ? SIG_IGN : SIG_DFL; };
+        const SignalHandler interrupt(SIGINT, before(SIGINT));
+        const SignalHandler terminate(SIGTERM, before(SIGTERM));
+        const SignalHandler hangUp(SIGHUP, before(SIGHUP));
         CatchEndSignals([](int nSignal) { s_nCaught = nSignal; });
-        for (std::size_t i = 0; i < signals.size(); ++i) {
+        for (const int nSignal : {SIGINT, SIGTERM, SIGHUP}) {
             s_nCaught = 0;
-            std::raise(signals[i]);
-            EXPECT_EQ(s_nCaught, signals[i] == nIgnored ? 0 : signals[i]);
-            struct sigaction second = {};
-            EXPECT_EQ(sigaction(signals[i], &former[i], &second), 0);
-            EXPECT_EQ(second.sa_handler, signals[i] == nIgnored ? SIG_IGN : SIG_DFL);
+            std::raise(nSignal);
+            EXPECT_EQ(s_nCaught, nSignal == nIgnored ? 0 : nSignal);
+            EXPECT_EQ(HandlerOf(nSignal), before(nSignal)) << "of a second one";
         }
     }
 }
 
 TEST(ProcessTest, WriteBeyondTheSizeLimitFailsAndEndsNothing) {
     const FreshFolder folder;
-    const auto former = std::signal(SIGXFSZ, SIG_DFL);
+    const SignalHandler former(SIGXFSZ, SIG_DFL);
     OutliveSizeLimits();
     const Limit none(RLIMIT_FSIZE, 0);
     const int nFile = open("file", O_WRONLY | O_CREAT, 0600);
     EXPECT_EQ(WriteStandardFile(nFile, "x"), EFBIG);
     close(nFile);
-    std::signal(SIGXFSZ, former);
 }
 
 TEST(ProcessTest, LocalTimeTellsItsDistance) {
@@ -154,22 +143,17 @@ TEST(ProcessTest, LocalTimeTellsItsDistance) {
 
 // The module writes with them held back, and leaves all as it has found it.
 TEST_F(ModuleTest, HostHasItsSignalsBackWhileItRunsAndWhenTheModuleIsGone) {
-    struct sigaction own = {};
-    own.sa_handler = [](int) {};
-    std::array<struct sigaction, 3> former{};
-    const std::array<int, 3> signals = {SIGXFSZ, SIGPIPE, SIGTTOU};
-    for (std::size_t i = 0; i < signals.size(); ++i) {
-        ASSERT_EQ(sigaction(signals[i], &own, &former[i]), 0);
-    }
+    void (*const pOwn)(int) = [](int) {};
+    const SignalHandler tooLarge(SIGXFSZ, pOwn);
+    const SignalHandler noReader(SIGPIPE, pOwn);
+    const SignalHandler noTerminal(SIGTTOU, pOwn);
     sigset_t before;
     pthread_sigmask(SIG_SETMASK, nullptr, &before);
     const auto expectOwn = [&] {
         sigset_t now;
         pthread_sigmask(SIG_SETMASK, nullptr, &now);
-        for (const int nSignal : signals) {
-            struct sigaction found = {};
-            EXPECT_EQ(sigaction(nSignal, nullptr, &found), 0);
-            EXPECT_EQ(found.sa_handler, own.sa_handler) << nSignal;
+        for (const int nSignal : {SIGXFSZ, SIGPIPE, SIGTTOU}) {
+            EXPECT_EQ(HandlerOf(nSignal), pOwn) << nSignal;
             EXPECT_EQ(sigismember(&now, nSignal), sigismember(&before, nSignal)) << nSignal;
         }
     };
@@ -182,9 +166,6 @@ TEST_F(ModuleTest, HostHasItsSignalsBackWhileItRunsAndWhenTheModuleIsGone) {
     }
     Unload();
     expectOwn();
-    for (std::size_t i = 0; i < signals.size(); ++i) {
-        sigaction(signals[i], &former[i], nullptr);
-    }
 }
 
 }  // namespace
