@@ -78,11 +78,12 @@ std::uint32_t FileSize(const ROW& row) {
 
 const std::string DASHES = "> [CMNT] " + std::string(80, '-');
 
+/// Up to the first row's read: as where nobody has named a folder.
 Steps StartSteps(const std::string& folder) {
-    return {"> [VALU] pszFullPath - " + folder,  "> [----]",
-            "> [FUNC] GetPropertyDataCount",     "> [VALU] nCount - 239",
-            "> [FUNC] GetPropertyDataCount - 0", "> [----]",
-            "> [FUNC] GetPropertyDataList",      "> [FUNC] GetPropertyDataList - 0"};
+    Steps steps = FactsOf("LoadPropertyData").steps;
+    steps.resize(8);
+    steps.front() += folder;
+    return steps;
 }
 
 /// Its lines are in the file ahead of the next row's read.
@@ -104,11 +105,6 @@ class DumpTest : public ModuleTest {
     std::int32_t Dump(const std::string& text) {
         m_Holder.WriteText(text);
         return Run("LoadPropertyData");
-    }
-
-    static std::size_t FileCount() {
-        return static_cast<std::size_t>(std::distance(
-            std::filesystem::directory_iterator("dump"), std::filesystem::directory_iterator()));
     }
 
     static void ExpectFile(const ROW& row) {
@@ -133,7 +129,7 @@ TEST_F(DumpTest, WritesOneFileForEachRow) {
     }
     steps.push_back(DASHES);
     EXPECT_EQ(RunSteps("LoadPropertyData"), WholeRun(FactsOf("LoadPropertyData"), 0, steps));
-    EXPECT_EQ(FileCount(), rows.size());
+    EXPECT_EQ(EntryCount("dump"), rows.size());
     std::for_each(rows.begin(), rows.end(), ExpectFile);
     EXPECT_EQ(ReadFile("dump/01000003.bin"), "\1\2\3\4");
     EXPECT_EQ(m_Holder.Read().substr(0, 8), Hex({m_Text.begin(), m_Text.begin() + 3}));
@@ -144,7 +140,7 @@ TEST_F(DumpTest, ReplacesFilesAndWhatStandsBehindTheLastBackslash) {
     EXPECT_EQ(Dump(m_Text + "dummy.txt"), 0);
     EXPECT_EQ(Dump(m_Text + "dummy.txt"), 0);
     const std::vector<ROW> rows = Catalogue();
-    EXPECT_EQ(FileCount(), rows.size());
+    EXPECT_EQ(EntryCount("dump"), rows.size());
     ExpectFile(rows[0]);
 }
 
@@ -153,7 +149,7 @@ TEST_F(DumpTest, TextWithoutABackslashFailsBehindTheFirstRead) {
         EXPECT_EQ(Dump(text), 1);
         EXPECT_THAT(Calls(), ElementsAre("Get 0x1000000 4"));
         EXPECT_THAT(Log(), HasLine("> [ERR!] - [VALU] pszFileName"));
-        EXPECT_EQ(FileCount(), 0U);
+        EXPECT_EQ(EntryCount("dump"), 0U);
     }
 }
 
@@ -188,7 +184,7 @@ TEST_F(DumpTest, FailureKeepsTheFilesBefore) {
                       "> [VALU] PropertyName - PROP_SENSOR_NUMBER", "> [ERR!] - " + LINK_MESSAGE});
     EXPECT_EQ(
         RunSteps("LoadPropertyData"), WholeRun(FactsOf("LoadPropertyData"), LINK_FAILURE, steps));
-    EXPECT_EQ(FileCount(), 2U);
+    EXPECT_EQ(EntryCount("dump"), 2U);
     ExpectFile(rows[0]);
     ExpectFile(rows[1]);
     EXPECT_EQ(Dump(m_Text), 0);
@@ -198,7 +194,7 @@ TEST_F(DumpTest, FileThatCannotBeOpenedFailsTheRow) {
     std::filesystem::create_directory("dump/01000001.bin");
     EXPECT_EQ(Dump(m_Text), 7);
     EXPECT_THAT(Log(), testing::EndsWith("[STDF] _sopen_s\n> [FUNC] LoadPropertyData - 7\n"));
-    EXPECT_EQ(FileCount(), 2U);
+    EXPECT_EQ(EntryCount("dump"), 2U);
 
     std::filesystem::remove_all("dump");
     EXPECT_EQ(Dump(m_Text), 7);

@@ -47,11 +47,6 @@ class FileFaultTest : public ModuleTest {
         EXPECT_EQ(Log(), Frame("SaveBodyID", 0));
     }
 
-    static std::size_t FileCount() {
-        return static_cast<std::size_t>(std::distance(
-            std::filesystem::directory_iterator("dump"), std::filesystem::directory_iterator()));
-    }
-
     const int m_nDescriptor = NextDescriptor();
     const Surroundings m_Surroundings;
     const std::string m_FolderText = FolderBlockText("dump");
@@ -69,7 +64,7 @@ TEST_F(FileFaultTest, NothingIsWritable) {
         testing::UnorderedElementsAre(
             testing::Pair("LoadPropertyData", 7), testing::Pair("GetCameraLog", 1)));
     EXPECT_EQ(ReadFile(LOG_FILE), before);
-    EXPECT_EQ(FileCount(), 0U);
+    EXPECT_EQ(EntryCount("dump"), 0U);
     ExpectThatLogGoesOn();
 }
 
@@ -103,7 +98,7 @@ TEST_F(FileFaultTest, SizeLimitInTheMiddleOfARow) {
     }
     EXPECT_EQ(result, 1);
     EXPECT_THAT(Log(), testing::EndsWith("[STDF] _write\n> [FUNC] LoadPropertyData - 1\n"));
-    EXPECT_EQ(FileCount(), 109U);
+    EXPECT_EQ(EntryCount("dump"), 109U);
     EXPECT_EQ(std::filesystem::file_size("dump/01040000.bin"), limit);
     for (const auto& file : std::filesystem::directory_iterator("dump")) {
         const auto id = static_cast<std::uint32_t>(std::stoul(file.path().stem(), nullptr, 16));

@@ -4,8 +4,6 @@
 #include <cerrno>
 #include <climits>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <tuple>
 
@@ -24,19 +22,13 @@ class PlatformTest : public testing::Test {
     static constexpr const char* FILE_PATH = ".\\PlatformTestFiles\\Test.txt";
     static constexpr const char* INI_PATH = ".\\PlatformTestFiles\\Test.ini";
 
-    static void WriteIni(const std::string& text) {
-        std::ofstream("PlatformTestFiles/Test.ini", std::ios::binary) << text;
-    }
+    static void WriteIni(const std::string& text) { WriteFile("PlatformTestFiles/Test.ini", text); }
 
     static int ReadIni(const char* pszSection, const char* pszKey) {
         return static_cast<int>(GetPrivateProfileIntA(pszSection, pszKey, -1, INI_PATH));
     }
 
-    static std::string FileText() {
-        std::ostringstream text;
-        text << std::ifstream("PlatformTestFiles/Test.txt", std::ios::binary).rdbuf();
-        return text.str();
-    }
+    static std::string FileText() { return ReadFile("PlatformTestFiles/Test.txt"); }
 
     /// Writes the text by the layer's calls and gives the error of the opening.
     static errno_t WriteFileText(const std::string& text, int openFlags) {

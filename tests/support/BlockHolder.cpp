@@ -34,9 +34,8 @@ std::string Failed() {
     return "failed " + std::to_string(GetLastError());
 }
 
-std::string Open(HELD& held, std::istream& arguments) {
-    std::string name;
-    arguments >> name >> held.size;
+std::string Open(HELD& held, const std::string& name, std::size_t size) {
+    held.size = size;
     held.hBlock = CreateFileMappingA(
         INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, static_cast<DWORD>(held.size),
         ("SHARED_NAME_" + name).c_str());
@@ -86,15 +85,11 @@ std::string Close(HELD& held) {
     return "closed";
 }
 
-[[noreturn]] void Churn(std::istream& arguments) {
-    std::string name;
-    std::size_t size = 0;
-    arguments >> name >> size;
+[[noreturn]] std::string Churn(const std::string& name, std::size_t size) {
     std::cout << "churning" << std::endl;
     for (unsigned round = 0;; ++round) {
         HELD held;
-        std::istringstream again(name + " " + std::to_string(size));
-        Open(held, again);
+        Open(held, name, size);
         Lock(held);
         std::fill_n(held.pView, size, static_cast<unsigned char>('a' + round % 26));
         Unlock(held);
@@ -109,11 +104,11 @@ std::string Answer(HELD& held, const std::string& command, std::istream& argumen
         {"lock", [&] { return Lock(held); }},   {"unlock", [&] { return Unlock(held); }},
         {"close", [&] { return Close(held); }},
     };
-    if (command == "open") {
-        return Open(held, arguments);
-    }
-    if (command == "churn") {
-        Churn(arguments);
+    if (command == "open" || command == "churn") {
+        std::string name;
+        std::size_t size = 0;
+        arguments >> name >> size;
+        return command == "open" ? Open(held, name, size) : Churn(name, size);
     }
     return held.pView == nullptr ? "nothing is open" : ofAnOpenBlock.at(command)();
 }

@@ -7,7 +7,6 @@
 #include <iterator>
 #include <memory>
 #include <random>
-#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -33,22 +32,11 @@ void TakeRegistration(
 
 /// Leaves allocations out of the check for leaks: the module keeps its property hash for good, and
 /// unloading takes away the last pointer to it.
-class LeaksAllowed {
-  public:
 #ifdef __SANITIZE_ADDRESS__
-    LeaksAllowed() {
-        __lsan_disable();
-    }
-    ~LeaksAllowed() {
-        __lsan_enable();
-    }
+using LeaksAllowed = __lsan::ScopedDisabler;
 #else
-    LeaksAllowed() = default;
-    ~LeaksAllowed() = default;
+struct LeaksAllowed {};
 #endif
-    LeaksAllowed(const LeaksAllowed&) = delete;
-    LeaksAllowed& operator=(const LeaksAllowed&) = delete;
-};
 
 }  // namespace
 
@@ -186,30 +174,20 @@ std::vector<std::string> ModuleTest::Calls() {
 // --- Texts ---
 
 std::string CallText(const SimulatedBody::CALL& call) {
-    // The functions of which these numbers tell something.
-    static const std::set<std::string> ids = {"Get",        "Set",         "Save",      "PushList",
-                                              "ChangeBank", "WriteMemory", "ReadMemory"};
-    static const std::set<std::string> counts = {"InitializeList", "CallFunction"};
-    static const std::set<std::string> values = {
-        "Get",
-        "Set",
-        "Execute",
-        "PushParameterAsInteger",
-        "PushParameterAsSafeArray",
-        "GetReturnData",
-        "ExecuteAndGetData",
-        "WriteMemory",
-        "ReadMemory"};
     const std::string function = call.function.substr(call.function.rfind(':') + 1);
+    const auto isOneOf = [&](std::string_view functions) {
+        return functions.find(' ' + function + ' ') != functions.npos;
+    };
     std::ostringstream text;
     text << function << (call.name.empty() ? "" : " ") << call.name;
-    if (ids.contains(function)) {
+    if (isOneOf(" Get Set Save PushList ChangeBank WriteMemory ReadMemory ")) {
         text << " 0x" << std::hex << std::uppercase << call.id << std::dec;
     }
-    if (counts.contains(function)) {
+    if (isOneOf(" InitializeList CallFunction ")) {
         text << ' ' << call.id;
     }
-    if (values.contains(function)) {
+    if (isOneOf(" Get Set Execute PushParameterAsInteger PushParameterAsSafeArray "
+                "GetReturnData ExecuteAndGetData WriteMemory ReadMemory ")) {
         text << ' ' << call.value;
     }
     text << (call.sent.empty() ? "" : ": ") << Hex(call.sent) << (call.failure ? " failed" : "");
@@ -252,6 +230,11 @@ std::string ReadFile(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     EXPECT_TRUE(file.is_open()) << path << " can't be read";
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::size_t EntryCount(const std::filesystem::path& folder) {
+    return static_cast<std::size_t>(std::distance(
+        std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator()));
 }
 
 void WriteFile(const std::filesystem::path& path, std::string_view bytes) {

@@ -155,6 +155,8 @@ inline const std::string LINK_MESSAGE = "[EVNT] Link failure";
 /// A file's bytes; fails the test if it can't be read.
 std::string ReadFile(const std::filesystem::path& path);
 void WriteFile(const std::filesystem::path& path, std::string_view bytes);
+/// How many files and folders lie in a folder.
+std::size_t EntryCount(const std::filesystem::path& folder);
 
 /// The lines of a table beside the tests, named from their folder, without those that begin with
 /// '#'. Throws if there are none.

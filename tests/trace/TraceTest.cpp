@@ -101,17 +101,14 @@ TEST_F(JighostTraceTest, HostileFilesEndInOneLine) {
         {"replay", "large.jsonl"},
         "large.jsonl:2: GetCameraLog can't be replayed: the trace lacks an answer of more than "
         "1048576 bytes");
-    std::string zeros;
-    zeros.resize(16'000'001, '0');
-    WriteFile("wide.jsonl", ReadFile("start.jsonl") + zeros + "\n");
+    const std::string wide(16'000'001, '#');
+    WriteFile("wide.jsonl", ReadFile("start.jsonl") + wide + "\n");
     expect({"replay", "wide.jsonl"}, "wide.jsonl:2: expected at most 16000000 bytes in a line");
     WriteFile("wide.yaml", std::string(2'000'001, ','));
     expect(
         {"sequence", "wide.yaml"},
         "wide.yaml: expected at most 2000000 lists, maps, elements and lines");
-    std::string comment("#");
-    comment.resize(16'000'001);
-    WriteFile("long.yaml", comment);
+    WriteFile("long.yaml", wide);
     expect({"sequence", "long.yaml"}, "can't read long.yaml: expected at most 16000000 bytes");
     std::vector<std::string> devices = {"."};
     if (!IS_WINDOWS) {

@@ -130,10 +130,7 @@ TEST_F(SystemCallTest, FilesAndProcessesAreReadAndWrittenWholeAByteAtATime) {
 
 TEST_F(SystemCallTest, FileThatCannotBeReplacedIsTheFormerOneAndNothingLiesBesideIt) {
     WriteFile("file", "former");
-    const auto entries = [] {
-        return std::distance(fs::directory_iterator("."), fs::directory_iterator());
-    };
-    const auto before = entries();
+    const std::size_t before = EntryCount(".");
     for (const FAILURE& failure :
          {FAILURE{"fchmod", EPERM},
           {"write", ENOSPC},
@@ -144,7 +141,7 @@ TEST_F(SystemCallTest, FileThatCannotBeReplacedIsTheFormerOneAndNothingLiesBesid
         const auto replace = [] { ReplaceFile("file", "new", OUTLASTS::POWER_FAILURES); };
         EXPECT_EQ(ErrorOf(failure, replace), failure.error) << failure.call;
         EXPECT_EQ(ReadFile("file"), "former") << failure.call;
-        EXPECT_EQ(entries(), before) << failure.call;
+        EXPECT_EQ(EntryCount("."), before) << failure.call;
     }
     for (const FAILURE& failure : {FAILURE{"write", ENOSPC}, {"close", EIO}}) {
         const auto write = [] { ReplaceFile("/dev/null", "new", OUTLASTS::KILLS); };

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <future>
 #include <memory>
 #include <system_error>
@@ -205,26 +206,29 @@ TEST_F(FilesTest, WhatIsNoIniFileGivesTheDefaultAtOnce) {
 // --- Arguments that no caller should have ---
 
 TEST_F(FilesTest, StringsRefuseWhatIsNoStringAndEmptyTheirDestination) {
-    char szText[8] = "old";
-    EXPECT_EQ(strcpy_s(nullptr, 8, "a"), EINVAL);
-    EXPECT_EQ(strcpy_s(szText, 0, "a"), EINVAL);
-    EXPECT_STREQ(szText, "old") << "it has no room for a zero";
-    EXPECT_EQ(strcpy_s(szText, 8, nullptr), EINVAL);
-    EXPECT_STREQ(szText, "");
-    EXPECT_EQ(strcpy_s(szText, 8, "old"), 0);
-    EXPECT_EQ(strcat_s(nullptr, 8, "a"), EINVAL);
-    EXPECT_EQ(strcat_s(szText, 0, "a"), EINVAL);
-    EXPECT_STREQ(szText, "old");
-    EXPECT_EQ(strcat_s(szText, 8, nullptr), EINVAL);
-    EXPECT_STREQ(szText, "");
-    EXPECT_EQ(_itoa_s(1, nullptr, 8, 10), EINVAL);
-    for (const int radix : {-1, 1, 37}) {
-        EXPECT_EQ(strcpy_s(szText, 8, "old"), 0);
-        EXPECT_EQ(_itoa_s(1, szText, 0, 10), EINVAL);
-        EXPECT_STREQ(szText, "old");
-        EXPECT_EQ(_itoa_s(1, szText, 8, radix), EINVAL) << radix;
-        EXPECT_STREQ(szText, "");
+    struct REFUSED {
+        std::function<errno_t(char*)> call;
+        const char* pszLeft = "";
+    };
+    const REFUSED calls[] = {
+        {[](char*) { return strcpy_s(nullptr, 8, "a"); }, "old"},
+        {[](char* pText) { return strcpy_s(pText, 0, "a"); }, "old"},  // no room for a zero
+        {[](char* pText) { return strcpy_s(pText, 8, nullptr); }},
+        {[](char*) { return strcat_s(nullptr, 8, "a"); }, "old"},
+        {[](char* pText) { return strcat_s(pText, 0, "a"); }, "old"},
+        {[](char* pText) { return strcat_s(pText, 8, nullptr); }},
+        {[](char*) { return _itoa_s(1, nullptr, 8, 10); }, "old"},
+        {[](char* pText) { return _itoa_s(1, pText, 0, 10); }, "old"},
+        {[](char* pText) { return _itoa_s(1, pText, 8, -1); }},
+        {[](char* pText) { return _itoa_s(1, pText, 8, 1); }},
+        {[](char* pText) { return _itoa_s(1, pText, 8, 37); }},
+    };
+    for (const REFUSED& refused : calls) {
+        char szText[8] = "old";
+        EXPECT_EQ(refused.call(szText), EINVAL);
+        EXPECT_STREQ(szText, refused.pszLeft);
     }
+    char szText[8] = "old";
     EXPECT_EQ(_itoa_s(123, szText, 3, 10), ERANGE);
 }
 
