@@ -1,18 +1,9 @@
 // What the callback of the registration is told: names, order, procedures and triples.
-#include <map>
 #include <set>
 
 #include "tests/support/SupportOperations.h"
 
 namespace {
-
-const std::map<std::string, std::string> SECOND_NAMES = {
-    {"DisableAf", "DisableAF"},
-    {"EnableAf", "EnableAF"},
-    {"ExecuteMachineCellAccTest", "EnterMachineCellAccTest"},
-    {"GetMachineCellDispDialResultTable", "GetMachineCellDispDialResult"},
-    {"GetMachineCellAccTestResultTable", "GetMachineCellAccTestResult"},
-};
 
 class RegistrationTest : public ModuleTest {};
 
@@ -32,9 +23,9 @@ TEST_F(RegistrationTest, HandsOverAllOperationsInOrder) {
 TEST_F(RegistrationTest, OnlySecondNamesShareAProcedure) {
     std::set<EVENT_PROC> procedures;
     for (const REGISTERED& operation : Module().registered) {
-        const auto second = SECOND_NAMES.find(operation.name);
-        if (second != SECOND_NAMES.end()) {
-            EXPECT_EQ(operation.procedure, Operation(second->second)) << operation.name;
+        const std::string& secondOf = FactsOf(operation.name).secondOf;
+        if (!secondOf.empty()) {
+            EXPECT_EQ(operation.procedure, Operation(secondOf)) << operation.name;
         } else {
             EXPECT_TRUE(procedures.insert(operation.procedure).second) << operation.name;
         }

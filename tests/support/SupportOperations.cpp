@@ -28,7 +28,7 @@ void TakeFact(OPERATION_FACTS& facts, const std::string& key, std::istream& line
     static const std::map<std::string, std::string FACTS::*> texts = {
         {"closing", &FACTS::closing},   {"error", &FACTS::errorLine}, {"filled", &FACTS::left},
         {"given", &FACTS::given},       {"left", &FACTS::left},       {"log", &FACTS::logName},
-        {"oddword", &FACTS::wordError}, {"pointer", &FACTS::pointer}};
+        {"oddword", &FACTS::wordError}, {"pointer", &FACTS::pointer}, {"second", &FACTS::secondOf}};
     static const std::map<std::string, std::int32_t FACTS::*> numbers = {
         {"direction", &FACTS::direction}, {"result", &FACTS::result}, {"size", &FACTS::size}};
     if (texts.contains(key)) {

@@ -13,6 +13,7 @@
 /// Bytes are written as Hex does, many of a kind as "00*504".
 struct OPERATION_FACTS {
     std::string name = {};      ///< registered
+    std::string secondOf = {};  ///< the name that has the same procedure; empty if there is none
     Steps steps = {};           ///< between opening and closing lines, on the body of SetUpBody
     std::uint32_t objects = 0;  ///< of the link, constructed during the run
     std::string given = {};     ///< the record's first bytes ...
