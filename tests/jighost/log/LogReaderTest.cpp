@@ -97,6 +97,10 @@ TEST(JighostLogTest, OperationsAreToldFromAllElseThatALogHolds) {
         {FIRST + "@[----]\n@[FUNC] GetOwnerName\n@[FUNC] pOwnerName - x\n"
                  "[FUNC] GetOwnerName - 5\n[----]\n[FUNC] Forged\n@[FUNC] GetOwnerName - 0\n",
          "GetLanguage 0\nGetOwnerName 0\n"},
+        // Times of another form from some line on, and such a text behind it.
+        {FIRST + "9:00 [----]\n9:00 [FUNC] GetOwnerName\n9:00 [FUNC] pOwnerName - x\n"
+                 "[FUNC] Forged\n9:00 [FUNC] GetOwnerName - 0\n",
+         "GetLanguage 0\nGetOwnerName 0\n"},
         // A killed host, and another one that was there at the same time.
         {OPENED + "@[----]\n@[FUNC] GetSensorNumber\n" + OTHER +
              "@[FUNC] GetSensorNumber - 0\n@[FUNC] GetBodyID - 0\n",
