@@ -79,9 +79,13 @@ const std::vector<OPERATION_FACTS>& AllFacts() {
 // --- Its use ---
 
 const OPERATION_FACTS& FactsOf(const std::string& name) {
-    return *std::find_if(AllFacts().begin(), AllFacts().end(), [&](const OPERATION_FACTS& facts) {
-        return facts.name == name;
-    });
+    const auto found = std::find_if(
+        AllFacts().begin(), AllFacts().end(),
+        [&](const OPERATION_FACTS& facts) { return facts.name == name; });
+    if (found == AllFacts().end()) {
+        throw std::runtime_error("no facts are known of " + name);
+    }
+    return *found;
 }
 
 Steps WholeRun(const OPERATION_FACTS& facts, std::int32_t result, const Steps& steps) {

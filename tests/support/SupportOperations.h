@@ -39,6 +39,7 @@ void TakeFact(OPERATION_FACTS& facts, const std::string& key, std::istream& line
 
 /// All operations, in the order of registration. Throws if they can't be read.
 const std::vector<OPERATION_FACTS>& AllFacts();
+/// Throws if there is no such operation.
 const OPERATION_FACTS& FactsOf(const std::string& name);
 
 /// All steps of a run: opening lines, the given ones, closing line.
