@@ -3,7 +3,7 @@
 
 #include <chrono>
 #include <filesystem>
-#include <iterator>
+#include <iomanip>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -37,8 +37,12 @@ JIGHOST_RUN RunJighost(const std::vector<std::string>& arguments) {
 }
 
 std::vector<std::string> Words(const std::string& line) {
-    std::istringstream words(line);
-    return {std::istream_iterator<std::string>(words), {}};
+    std::istringstream stream(line);
+    std::vector<std::string> words;
+    for (std::string word; stream >> std::quoted(word);) {
+        words.push_back(word);
+    }
+    return words;
 }
 
 JIGHOST_RUN RunLine(const std::string& line) {

@@ -24,7 +24,7 @@ struct JIGHOST_RUN {
 JIGHOST_RUN RunProgram(const std::string& program, const std::vector<std::string>& arguments);
 JIGHOST_RUN RunJighost(const std::vector<std::string>& arguments);
 
-/// The words of a line, none of which holds a blank.
+/// The words of a line; one with blanks in it, or an empty one, stands in quotation marks.
 std::vector<std::string> Words(const std::string& line);
 /// As RunJighost, by these.
 JIGHOST_RUN RunLine(const std::string& line);

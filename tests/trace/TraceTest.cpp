@@ -105,10 +105,12 @@ TEST_F(JighostTraceTest, HostileFilesEndInOneLine) {
     wide.resize(16'000'001, '#');
     WriteFile("wide.jsonl", ReadFile("start.jsonl") + wide + "\n");
     expect({"replay", "wide.jsonl"}, "wide.jsonl:2: expected at most 16000000 bytes in a line");
-    WriteFile("wide.yaml", std::string(2'000'001, ','));
-    expect(
-        {"sequence", "wide.yaml"},
-        "wide.yaml: expected at most 2000000 lists, maps, elements and lines");
+    for (const char mark : {',', '\n'}) {
+        WriteFile("wide.yaml", std::string(2'000'001, mark));
+        expect(
+            {"sequence", "wide.yaml"},
+            "wide.yaml: expected at most 2000000 lists, maps, elements and lines");
+    }
     WriteFile("long.yaml", wide);
     expect({"sequence", "long.yaml"}, "can't read long.yaml: expected at most 16000000 bytes");
     std::vector<std::string> devices = {"."};
@@ -121,6 +123,7 @@ TEST_F(JighostTraceTest, HostileFilesEndInOneLine) {
         expect({"sequence", device}, line);
         expect({"run", "GetBodyID", "--body", device}, line);
         expect({"body", "show", device}, line);
+        expect({"log", device}, device + " is no file: expected a log of the module");
     }
 }
 
@@ -133,20 +136,6 @@ TEST_F(JighostTraceTest, ShownCallsStandBetweenTheLogLinesAroundThem) {
           "SetFilePrefix: RESULT_SUCCESS (0), 2 calls, "}) {
         place = trace.find(pszText, place);
         ASSERT_NE(place, std::string::npos) << pszText << " is missing in\n" << trace;
-    }
-}
-
-TEST_F(JighostTraceTest, FaultsStrikeWhereTheyAreAskedAndOthersAreRefused) {
-    for (const YAML::Node& row : TableRows("trace/faults.yaml", 12)) {
-        const auto fault = row[1].as<std::string>();
-        const auto told = row[3].as<std::string>();
-        const JIGHOST_RUN run = RunJighost({"run", row[0].as<std::string>(), "--fault", fault});
-        EXPECT_EQ(run.exitCode, row[2].as<int>()) << fault;
-        if (run.exitCode == 4) {
-            EXPECT_THAT(run.output, HasSubstr(told + "\n"));
-        } else {
-            EXPECT_THAT(run.errors, StartsWith("jighost: " + told));
-        }
     }
 }
 

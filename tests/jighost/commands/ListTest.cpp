@@ -70,11 +70,6 @@ TEST(JighostListTest, OneOperationComesWithItsRecordAndItsFailures) {
     const Json bytes = ListedOperations({"list", "SetBoardInfDLResonantFrequency", "--json"}).at(0);
     EXPECT_EQ(bytes["record"]["any_length"], true);
     EXPECT_THAT(bytes["failures"].get<std::string>(), StartsWith("3 for a null record; "));
-
-    const JIGHOST_RUN wrong = RunJighost({"list", "SearchPropertyDate"});
-    EXPECT_EQ(wrong.exitCode, 2);
-    EXPECT_THAT(wrong.errors, HasSubstr("did you mean 'SearchPropertyData'"));
-    EXPECT_EQ(RunJighost({"list", ""}).exitCode, 2);
 }
 
 // A field that lies across another one or outside the record would be read wrongly by every host.

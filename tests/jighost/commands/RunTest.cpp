@@ -21,33 +21,6 @@ const std::string LEAVING =
     "always:\n  - {operation: ExitFactoryMode, name: leaving}\n"
     "  - {operation: GetFactoryModeState, expect_fields: {State: -1}}\n";
 
-TEST_F(JighostTest, RunsEndWithTheCodeOfTheirFailure) {
-    const std::tuple<std::string, int, std::string> lines[] = {
-        {"GetBodyID", 0, ""},
-        {"GetBodyIDs", 2, "did you mean 'GetBodyID'"},
-        {"GetBodyID --none", 2, "--none"},
-        {"GetBodyID --module none.so", 3, "none.so"},
-        {"SetBodyID SerialNo=1 CodePair=2 SerialNo=1", 2, "each field once, got 'SerialNo' again"},
-        {"SetABoardEepromData Data[2]=1 Data[0x2]=2", 2, "each field once, got 'Data[0x2]' again"},
-        {"SetSlitRollingMode AccumulateTime=85", 4, "SetSlitRollingMode failed: [EVNT] nHDCount\n"},
-        {"--fault GetBodyID:1=0x2001 GetBodyID", 4, "GetBodyID failed: [EVNT] --fault GetBodyID:1"},
-        {"GetBodyID --fault SaveBodyID:1=3", 5, "no call has met the fault SaveBodyID:1=3\n"},
-        {"SetSlitRollingMode AccumulateTime=85 --fault SaveBodyID:1=3", 4, "no call has met"},
-        {"GetBodyID --fault GetBodyID:1:word=7", 5, "no call has met the fault GetBodyID:1:word=7"},
-        {"GetBodyID --fault GetBodyID:1@0=7", 2, "expected an attempt's number from 1 on: "},
-        {"GetBodyID --fault GetBodyID:0=7", 2, "expected a call's number from 1 on: "},
-        {"GetBodyID --fault GetBodyID:1=x", 2, "expected a number from -2147483648 to 2147483647"},
-        {"GetBodyID --fault GetBodyID=7", 2, "GetBodyID is an operation: expected the number of"},
-        {"GetBodyID --fault GetBodyIDs:1=7", 2, "'GetBodyIDs'; did you mean 'GetBodyID'"},
-        {"GetBodyID --fault FA_GetCalender=7", 2, "did you mean 'FA_GetCalendar'"},
-    };
-    for (const auto& [line, exitCode, error] : lines) {
-        const JIGHOST_RUN run = RunLine("run " + line);
-        EXPECT_EQ(run.exitCode, exitCode) << line;
-        EXPECT_THAT(run.errors, HasSubstr(error));
-    }
-}
-
 TEST_F(JighostTest, OnlySavedValuesOutliveTheRun) {
     const std::string before = ReadFile("body.yaml");
     EXPECT_EQ(RunSequence("steps:\n" + SET_OWNER, {"--body", "body.yaml"}).exitCode, 0);
@@ -58,33 +31,6 @@ TEST_F(JighostTest, OnlySavedValuesOutliveTheRun) {
     const std::string steps = "steps:\n" + SET_OWNER + SAVE_OWNER + TOO_LONG + "}\n";
     EXPECT_EQ(RunSequence(steps, {"--body", "body.yaml"}).exitCode, 4);
     EXPECT_THAT(Owner(), StartsWith("OwnerName = \"Desk\"\n"));
-    EXPECT_EQ(RunJighost({"body", "new", "body.yaml"}).exitCode, 2);
-    EXPECT_THAT(Owner(), StartsWith("OwnerName = \"Desk\"\n"));
-}
-
-TEST_F(JighostTest, BadBodyIsRefusedWithItsLineAndLeftAsItIs) {
-    const std::pair<std::string, std::string> bodies[] = {
-        {"", "1: expected a map with format: 2, got nothing"},
-        {"format: 3\n", "1: expected format, 1 to 2, got '3'"},
-        {"format: 2\nend: false\n", "2: expected true, got 'false'"},
-        {"format: 2\nend: true\nproperties: {}\n", "3: the file is not whole"},
-        {"format: 1\nproperty: {}\n", "2: expected a key of a body"},
-        {"format: 1\ncalendar: [1, 2]\n", "2: expected a list of 9 numbers"},
-        {"format: 1\nproperties:\n  0x01000007: 49 4d\n", "3: expected 8 bytes"},
-        {"format: 1\nproperties:\n  0x09000007: 49\n", "3: expected the id of a property"},
-        {"format: 1\nproperties:\n  0x02040002: 41420000\n  0x2040002: 41420000\n",
-         "4: expected each property once, got '0x2040002' again"},
-        {"format: 1\neeprom: [", "2: expected YAML"},
-        {std::string(2'000'001, '\n'),
-         " expected at most 2000000 lists, maps, elements and lines\n"},
-    };
-    for (const auto& [text, message] : bodies) {
-        WriteFile("bad.yaml", text);
-        const JIGHOST_RUN run = RunJighost({"run", "EnterFactoryMode", "--body", "bad.yaml"});
-        EXPECT_EQ(run.exitCode, 2);
-        EXPECT_THAT(run.errors, HasSubstr("bad.yaml:" + message));
-        EXPECT_EQ(ReadFile("bad.yaml"), text);
-    }
 }
 
 TEST_F(JighostTest, BodyThatIsCutAtALineEndIsNoWholeBody) {
@@ -132,21 +78,6 @@ TEST_F(JighostTest, OneOfManyMakesANewBody) {
         }
         EXPECT_EQ(ends, (std::map<int, int>{{0, 1}, {2, 7}}));
         EXPECT_EQ(ReadFile("new.yaml"), ReadFile("body.yaml"));
-    }
-}
-
-TEST_F(JighostTest, SequenceWithoutItsStepsOrItsFolderIsRefused) {
-    const std::pair<std::string, std::string> wrong[] = {
-        {"", "1: expected steps: with a step at least, got none"},
-        {"steps: 7\n", "2: expected a list of steps, got '7'"},
-        {"steps:\n  - operation: LoadPropertyData\n",
-         "1: expected folder: for LoadPropertyData, got none"},
-        {"folder: none\nsteps:\n  - operation: LoadPropertyData\n", "2: there is no folder none"},
-    };
-    for (const auto& [text, line] : wrong) {
-        const JIGHOST_RUN run = RunSequence(text);
-        EXPECT_EQ(run.exitCode, 2);
-        EXPECT_EQ(run.errors, "jighost: sequence.yaml:" + line + '\n');
     }
 }
 

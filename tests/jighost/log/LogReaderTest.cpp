@@ -242,34 +242,6 @@ TEST(JighostLogTest, OpeningsWithoutEndAreHandedOverInPieces) {
     EXPECT_LE(most, 1000U);
 }
 
-TEST(JighostLogTest, WhatIsNoLogOrNoOperationIsRefused) {
-    const FreshFolder folder;
-    WriteFile("JigDll.log", "[FUNC] DisableAF\n[FUNC] DisableAF - 0\n");
-    WriteFile("notes.txt", "[1] a note\n");
-    WriteFile("empty.log", "");
-    const std::pair<std::string, std::string> refusals[] = {
-        {"none.log", "can't open none.log: No such file"},
-        {".", ". is no file"},
-        {"notes.txt", "notes.txt is no log of the module"},
-        {"empty.log", "empty.log is no log of the module"},
-        {"--operation GetBodyIDs", "did you mean 'GetBodyID'"},
-        {"--operation GetBodyIDs --follow", "did you mean 'GetBodyID'"},
-    };
-    for (const auto& [arguments, message] : refusals) {
-        const JIGHOST_RUN run = RunLine("log " + arguments);
-        EXPECT_EQ(run.exitCode, 2);
-        EXPECT_THAT(run.errors, HasSubstr(message));
-        EXPECT_EQ(run.output, "");
-    }
-    if (!IS_WINDOWS) {
-        EXPECT_THAT(RunLine("log /dev/zero").errors, HasSubstr("/dev/zero is no file"));
-    }
-    // By its registered name, too.
-    EXPECT_THAT(
-        RunJighost({"log", "--operation", "DisableAf"}).output,
-        HasSubstr("1 operations, 0 failed"));
-}
-
 TEST(JighostLogTest, FollowsAcrossDeletedRenamedAndNewFiles) {
     const FreshFolder folder;
     WriteFile("JigDll.log", "[FUNC] First\n[FUNC] First - 0\n[FUNC] Across\n");

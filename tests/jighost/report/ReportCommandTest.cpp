@@ -32,18 +32,4 @@ TEST_F(ReportCommandTest, WhatIsThereTwiceIsOneAndWhatCanNotBeReadIsLeftOut) {
     EXPECT_EQ(ReadFile("page.html"), ReadFile("one.html"));
 }
 
-TEST_F(ReportCommandTest, NothingIsReplacedByNothing) {
-    WriteFile("page.html", "former");
-    const std::string record = ReadFile("a.json");
-    RunTo(2, "report nowhere.json -o page.html");
-    for (const char* pszLine :
-         {"report a.json", "report -o page.html", "report a.json -o a.json",
-          "report a.json -o ./a.json", "report a.json -o nowhere/page.html"}) {
-        const std::string errors = RunTo(2, pszLine).errors;
-        EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
-    }
-    EXPECT_EQ(ReadFile("page.html"), "former");
-    EXPECT_EQ(ReadFile("a.json"), record);
-}
-
 }  // namespace

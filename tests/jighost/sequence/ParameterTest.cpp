@@ -23,11 +23,6 @@ const std::string OWNER_STEPS = R"(steps:
 class ParameterTest : public JighostTest {
   protected:
     ParameterTest() { WriteFile("body-of.yaml", OWNER_PARAMETERS + OWNER_STEPS); }
-
-    static void Refuses(const std::string& options, const std::string& complaint) {
-        const JIGHOST_RUN run = RunTo(2, "sequence body-of.yaml " + options, complaint);
-        EXPECT_EQ(run.output, "") << "before the first step";
-    }
 };
 
 TEST_F(ParameterTest, ValuesStandInRecordsExpectationsAndNames) {
@@ -56,47 +51,7 @@ TEST_F(ParameterTest, EachRowOfATableIsARunOfItsOwn) {
         HasSubstr("body 2: 2 of 2 steps run, 1 not as expected"));
 }
 
-TEST_F(ParameterTest, WrongAndMissingValuesAreToldAtOnceAheadOfTheFirstStep) {
-    WriteFile("two.csv", "serial,owner\n1,\n0,b\n");
-    WriteFile("lot.csv", "serial\n1\n2\n");
-    WriteFile("long.csv", "serial\n1,2\n");
-    WriteFile("open.csv", "serial\n\"1\n");
-    WriteFile("other.csv", "serials\n1\n");
-    const std::pair<std::string, std::string> refusals[] = {
-        {"", "the parameter serial has no value: expected --set serial=VALUE"},
-        {"--set serial=0", "serial: expected from 1 to 9999, got '0'"},
-        {"--set serial=x", "serial: expected a number from 0 to 4294967295, got 'x'"},
-        {"--set owner=12345678901", "owner: expected from 1 to 10 characters, got '12345678901'"},
-        {"--set serial", "expected NAME=VALUE, got 'serial'"},
-        {"--set serial=0 --set ownr=b", "no parameter 'ownr'; did you mean 'owner'?"},
-        {"--set serial=1 --table lot.csv", "lot.csv:2: expected a value of serial once"},
-        {"--table two.csv", "two.csv:2: parameter: owner: expected from 1 to 10 characters"},
-        {"--table two.csv", "\ntwo.csv:3: parameter: serial: expected from 1 to 9999, got '0'"},
-        {"--table long.csv", "long.csv:2: expected 1 values, got 2"},
-        {"--table open.csv", "open.csv:2: expected a quote behind a quoted text"},
-        {"--table other.csv", "other.csv: the sequence has no parameter 'serials'"},
-        {"--table none.csv", "can't read none.csv"},
-        {"--table lot.csv --record run.json", "--record run.json: expected a file of its own for"},
-        {"--set serial=1 --set owner=../a --record ${owner}.json",
-         "expected a value of owner that can be part of a file's name, got '../a'"},
-    };
-    for (const auto& [options, complaint] : refusals) {
-        Refuses(options, complaint);
-    }
-    // What only a value makes wrong is told with its row.
-    const std::string time = "  time: {type: characters}\nsteps:\n  - operation: ";
-    WriteFile(
-        "body-of.yaml", OWNER_PARAMETERS + time +
-                            "SetSlitRollingMode\n    record: {AccumulateTime: \"${time}\"}\n");
-    WriteFile("bad.csv", "serial,time\n1,9\n2,b\n");
-    Refuses("--table bad.csv", "body-of.yaml:9: SetSlitRollingMode: AccumulateTime: expected");
-    Refuses("--table bad.csv", "got 'b' (bad.csv:3)");
-    EXPECT_FALSE(std::filesystem::exists("JigDll.log"));
-}
-
 TEST_F(ParameterTest, NoneAreInASequenceOfFormat1) {
-    WriteFile("body-of.yaml", "format: 1\nparameters: {}\n" + OWNER_STEPS);
-    Refuses("", "body-of.yaml:2: expected no parameters: in a sequence of format 1");
     const JIGHOST_RUN run = RunSequence(OWNER_STEPS);
     EXPECT_EQ(run.exitCode, 0) << run.errors;
     EXPECT_THAT(run.output, HasSubstr("OwnerName = \"${owner}\"")) << "texts stay as they are";

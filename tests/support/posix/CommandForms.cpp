@@ -33,10 +33,6 @@ void ExpectDocument(const FORM& form) {
     });
 }
 
-void ExpectRefusal(const std::string& command, const std::string& line) {
-    Expect({command, 2, "", Refusal(line)});
-}
-
 std::string Refusal(const std::string& line) {
     return "jighost: " + line + "\n";
 }

@@ -21,9 +21,6 @@ void ExpectDocument(const FORM& form);
 
 /// What standard error has of a refusal.
 std::string Refusal(const std::string& line);
-/// A command that prints this, and ends with 2.
-void ExpectRefusal(const std::string& command, const std::string& line);
-
 /// 128 words, each with its place for its value.
 std::string EepromWords(const char* pszSeparator);
 

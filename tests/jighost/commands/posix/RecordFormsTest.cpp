@@ -61,50 +61,6 @@ TEST_F(JighostFormsTest, RecordsAreGivenAndShownByTheirKinds) {
          Refusal("SearchPropertyData failed: [CMNT] Not Found")});
 }
 
-TEST_F(JighostFormsTest, WrongRecordsAreRefused) {
-    const std::string digits = " bytes as hexadecimal digits, two for each, got ";
-    const std::string bytes = "01000000 02000000 03000000 04000000 050000";
-    // Behind the operation's name.
-    const std::pair<std::string, std::string> refusals[] = {
-        {"SetBodyID --hex '" + bytes + "'", ": --hex: expected 20" + digits + "'" + bytes + "'"},
-        {"SetBodyID --hex '" + bytes + "0000'",
-         ": --hex: expected 20" + digits + "'" + bytes + "0000'"},
-        {"SetTimeZone --hex 010000zz", ": --hex: expected 4" + digits + "'010000zz'"},
-        {"SetTimeZone --hex 0100000", ": --hex: expected 4" + digits + "'0100000'"},
-        {"SetBoardInfDLResonantFrequency --hex 1",
-         ": --hex: expected at most 256" + digits + "'1'"},
-        {"SetBoardInfDLResonantFrequency Data=0", ": Data: expected at most 256" + digits + "'0'"},
-        {"EnterFactoryMode --hex 00", " takes no record"},
-        {"EnterFactoryMode A=1", " takes no record"},
-        {"SetFilePrefix FilePrefix=a", " takes no record"},
-        {"SetABoardEepromData", " reads a record: give a value to Data[0..127], Address, Count"},
-        {"SearchPropertyData",
-         " reads a record: give a value to PropertyName, PropertyId, PropertySize"},
-        {"SetBodyID SerialNo", ": expected Field=value, got 'SerialNo'"},
-        {"SetBodyID SerialNo=-1", ": SerialNo: expected a number from 0 to 4294967295, got '-1'"},
-        {"SetABoardEepromData 'Data[0]=4294967296'",
-         ": Data[0]: expected a number from 0 to 4294967295, got '4294967296'"},
-        {"SetSoundVolume Volume=2147483648",
-         ": Volume: expected a number from -2147483648 to 2147483647, got '2147483648'"},
-        {"GetSensorPixelPitch Value=5.5x", ": Value: expected a floating-point number, got '5.5x'"},
-        {"GetSensorPixelPitch Value=", ": Value: expected a floating-point number, got ''"},
-        {"SetOwnerName OwnerName=123456789012345678901234567890123",
-         ": OwnerName: expected a text of at most 32 characters, got "
-         "'123456789012345678901234567890123'"},
-    };
-    for (const auto& [command, complaint] : refusals) {
-        ExpectRefusal("run " + command, OperationIn(command) + complaint);
-    }
-    for (const std::string field :
-         {"Data[128]", "Data", "Data[1", "Data[]", "Data[x]", "Address[0]"}) {
-        EXPECT_THAT(
-            RunJighost({"run", "SetABoardEepromData", field + "=1"}).errors,
-            HasSubstr(
-                "SetABoardEepromData has no field '" + field +
-                "'; its record has Data[0..127], Address, Count"));
-    }
-}
-
 TEST_F(JighostFormsTest, RunsAreDocumentsForPrograms) {
     ExpectDocument(
         {"run GetDigitalParaAdjData --body desk.yaml --json", 0,
