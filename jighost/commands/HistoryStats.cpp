@@ -93,24 +93,62 @@ static void ShowStepFailures(const std::vector<STEP_FAILURES>& steps) {
     }
 }
 
-static void ShowMeasurementRow(const std::array<std::string, 11>& cells) {
-    for (const std::string& cell : cells) {
-        std::cout << "  " << std::right << std::setw(10) << cell;
-    }
+/// The numbers ahead of a measurement.
+static constexpr std::size_t CELL_COUNT = 11;
+using CELLS = std::array<std::string, CELL_COUNT>;
+
+static CELLS CellsOf(const MEASUREMENT_STATS& stats) {
+    return {
+        LimitShown(stats.min),
+        LimitShown(stats.max),
+        std::to_string(stats.count),
+        std::to_string(stats.outside),
+        SpreadText(stats.mean, stats.deviation),
+        Rounded(stats.deviation),
+        SpreadText(stats.least, stats.deviation),
+        SpreadText(stats.greatest, stats.deviation),
+        Rounded(stats.cp),
+        Rounded(stats.cpk),
+        Rounded(stats.drift)};
 }
 
 static void ShowMeasured(const MEASUREMENT_STATS& stats) {
-    ShowMeasurementRow(
-        {LimitShown(stats.min), LimitShown(stats.max), std::to_string(stats.count),
-         std::to_string(stats.outside), SpreadText(stats.mean, stats.deviation),
-         Rounded(stats.deviation), SpreadText(stats.least, stats.deviation),
-         SpreadText(stats.greatest, stats.deviation), Rounded(stats.cp), Rounded(stats.cpk),
-         Rounded(stats.drift)});
-    std::cout << "  " << Shown(stats.sequence) << ", step " << stats.step << ": "
-              << Shown(stats.name) << (stats.unit.empty() ? "" : ", " + Shown(stats.unit)) << '\n';
+    std::cout << Shown(stats.sequence) << ", step " << stats.step << ": " << Shown(stats.name)
+              << (stats.unit.empty() ? "" : ", " + Shown(stats.unit)) << '\n';
     if (stats.leftOut > 0) {
         std::cout << "  " << CountText(static_cast<std::size_t>(stats.leftOut), "number")
                   << " of 1e150 or more left out\n";
+    }
+}
+
+/// Of each column as its widest cell has.
+static std::array<int, CELL_COUNT> WidthsOf(const std::vector<CELLS>& rows) {
+    std::array<int, CELL_COUNT> widths{};
+    for (const CELLS& cells : rows) {
+        for (std::size_t i = 0; i < CELL_COUNT; ++i) {
+            widths[i] = std::max({widths[i], 10, static_cast<int>(cells[i].size())});
+        }
+    }
+    return widths;
+}
+
+static void ShowMeasurements(const std::vector<MEASUREMENT_STATS>& measurements) {
+    std::vector<CELLS> rows = {
+        {"min", "max", "numbers", "outside", "mean", "deviation", "least", "greatest", "Cp", "Cpk",
+         "a day"}};
+    std::transform(measurements.begin(), measurements.end(), std::back_inserter(rows), CellsOf);
+    const auto widths = WidthsOf(rows);
+    const auto showCells = [&](std::size_t row) {
+        for (std::size_t i = 0; i < CELL_COUNT; ++i) {
+            std::cout << "  " << std::right << std::setw(widths[i]) << rows[row][i];
+        }
+        std::cout << "  ";
+    };
+    showCells(0);
+    std::cout << "measurement\n";
+    for (std::size_t i = 0; i < measurements.size(); ++i) {
+        showCells(i + 1);
+        ShowMeasured(measurements[i]);
     }
 }
 
@@ -124,13 +162,7 @@ static void ShowStats(const HISTORY_STATS& stats) {
     ShowStepFailures(stats.steps);
     if (!stats.measurements.empty()) {
         std::cout << '\n';
-        ShowMeasurementRow(
-            {"min", "max", "numbers", "outside", "mean", "deviation", "least", "greatest", "Cp",
-             "Cpk", "a day"});
-        std::cout << "  measurement\n";
-    }
-    for (const MEASUREMENT_STATS& each : stats.measurements) {
-        ShowMeasured(each);
+        ShowMeasurements(stats.measurements);
     }
 }
 
