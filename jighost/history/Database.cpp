@@ -1,4 +1,4 @@
-// Databases by the library SOCI, which nobody else here knows.
+// Databases by the library SOCI, which TableCopy alone knows besides.
 #include "jighost/history/Database.h"
 
 #include <soci/soci.h>
@@ -10,6 +10,7 @@
 #include <functional>
 
 #include "jighost/history/ServerAddress.h"
+#include "jighost/history/TableCopy.h"
 #include "jighost/text/HostError.h"
 #include "platform/Utf8Path.h"
 
@@ -146,64 +147,29 @@ class BoundColumns {
     std::deque<std::vector<soci::indicator>> m_Indicators;
 };
 
-/// A column as the text of an array, which PostgreSQL takes in one go.
-class ArrayText {
-  public:
-    template <class Value>
-    std::string operator()(const std::vector<Value>& values) {
-        m_Text = "{";
-        for (const Value& value : values) {
-            m_Text += m_Text.size() == 1 ? "" : ",";
-            Add(value);
-        }
-        return std::move(m_Text) + '}';
-    }
-
-  private:
-    template <class Number>
-    requires std::is_arithmetic_v<Number>
-    void Add(Number number) {
-        char szNumber[32];
-        m_Text.append(szNumber, std::to_chars(szNumber, std::end(szNumber), number).ptr);
-    }
-    template <class Value>
-    void Add(const std::optional<Value>& value) {
-        value ? Add(*value) : void(m_Text += "NULL");
-    }
-    void Add(std::string_view text) {
-        m_Text += '"';
-        for (auto at = text.find_first_of("\"\\"); at != std::string_view::npos;
-             at = text.find_first_of("\"\\", 1)) {
-            m_Text.append(text.substr(0, at)) += '\\';
-            text.remove_prefix(at);
-        }
-        m_Text.append(text) += '"';
-    }
-
-    std::string m_Text;
-};
-
 }  // namespace
 
-static const char* ArrayType(const COLUMN& column) {
-    static const char* const TYPES[] = {"bigint[]", "bigint[]", "double precision[]", "text[]"};
-    return TYPES[column.values.index()];
-}
-
-/// "INSERT INTO table (a, b) ...", with ":a" and ":b" as its values.
-static std::string InsertText(
-    const char* pszTable, const std::vector<COLUMN>& columns, bool bArrays) {
+/// "INSERT INTO table (a, b) VALUES (:a, :b)".
+static std::string InsertText(const char* pszTable, const std::vector<COLUMN>& columns) {
     std::string names;
     std::string values;
     for (const COLUMN& column : columns) {
-        const std::string separator = names.empty() ? "" : ", ";
-        const std::string value = std::string(":") + column.pszName;
-        names += separator + column.pszName;
-        values += separator;
-        values += bArrays ? "unnest(CAST(" + value + " AS " + ArrayType(column) + "))" : value;
+        names += (names.empty() ? "" : ", ") + std::string(column.pszName);
+        values += (values.empty() ? ":" : ", :") + std::string(column.pszName);
     }
-    return std::string("INSERT INTO ") + pszTable + " (" + names + ") " +
-           (bArrays ? "SELECT " + values : "VALUES (" + values + ")");
+    return std::string("INSERT INTO ") + pszTable + " (" + names + ") VALUES (" + values + ")";
+}
+
+static void BindInto(soci::session& session, const char* pszTable, std::vector<COLUMN>& columns) {
+    soci::statement statement(session);
+    BoundColumns bound(statement);
+    for (COLUMN& column : columns) {
+        std::visit(bound, column.values);
+    }
+    statement.alloc();
+    statement.prepare(InsertText(pszTable, columns));
+    statement.define_and_bind();
+    statement.execute(true);
 }
 
 void Database::Insert(const char* pszTable, std::vector<COLUMN>& columns) {
@@ -211,21 +177,8 @@ void Database::Insert(const char* pszTable, std::vector<COLUMN>& columns) {
         return;
     }
     WithDatabase(m_Name, [&] {
-        soci::statement statement(m_pConnection->session);
-        BoundColumns bound(statement);
-        std::deque<std::string> arrays;
-        for (COLUMN& column : columns) {
-            if (m_bServer) {
-                statement.exchange(
-                    soci::use(arrays.emplace_back(std::visit(ArrayText(), column.values))));
-            } else {
-                std::visit(bound, column.values);
-            }
-        }
-        statement.alloc();
-        statement.prepare(InsertText(pszTable, columns, m_bServer));
-        statement.define_and_bind();
-        statement.execute(true);
+        m_bServer ? CopyInto(m_pConnection->session, pszTable, columns)
+                  : BindInto(m_pConnection->session, pszTable, columns);
     });
 }
 

@@ -34,8 +34,8 @@ class Database {
 
     /// A statement without values.
     void Run(const std::string& statement);
-    /// Adds the rows, in their order, by the database's quickest way for bound values. The columns'
-    /// values are left in any state.
+    /// Adds the rows, in their order, by the database's quickest way. The columns' values are left
+    /// in any state.
     void Insert(const char* pszTable, std::vector<COLUMN>& columns);
 
   private:

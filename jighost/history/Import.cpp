@@ -7,7 +7,7 @@
 #include <span>
 #include <unordered_map>
 
-#include "jighost/history/RecordRows.h"
+#include "jighost/history/RecordBatch.h"
 #include "jighost/output/Json.h"
 #include "recorder/Sha256.h"
 
@@ -21,12 +21,16 @@ static std::int64_t Greatest(Database& database, const std::string& table) {
 
 namespace {
 
-/// The quantities of a history, for one transaction that writes.
+/// The quantities of a history, which never change: an id that was found or committed stays. What
+/// is not committed ends the import.
 class Quantities {
   public:
     explicit Quantities(Database& database) : m_Database(database) {}
 
     std::int64_t ID(const QUANTITY& quantity) {
+        if (m_IDs.size() == MOST_IDS) {
+            m_IDs.clear();
+        }
         const auto [known, bNew] = m_IDs.try_emplace(quantity.Key());
         if (bNew) {
             known->second = FindOrAdd(quantity, Recorder::Sha256(known->first));
@@ -35,6 +39,8 @@ class Quantities {
     }
 
   private:
+    static constexpr std::size_t MOST_IDS = 10'000;
+
     std::int64_t FindOrAdd(const QUANTITY& quantity, const std::string& digest) {
         std::int64_t nID = 0;
         Query query(m_Database, "SELECT id FROM quantity WHERE digest = :digest");
@@ -68,25 +74,16 @@ class Quantities {
 
 // --- One batch ---
 
-/// What is kept of a run that another record may tell more of.
 struct KNOWN_RUN {
-    bool bUnfinished;
-    std::int64_t steps;
-
-    bool IsOlderThan(const RUN_RECORD& record) const {
-        return bUnfinished && (record.verdict != VERDICT::UNFINISHED || steps < Steps(record));
-    }
-    static std::int64_t Steps(const RUN_RECORD& record) {
-        return static_cast<std::int64_t>(record.steps.size());
-    }
+    RUN_PROGRESS progress;
+    std::optional<std::size_t> place;  ///< in the batch; none of what is in the history
 };
 
 /// Those of the batch that are in the history.
-static std::map<std::string, KNOWN_RUN> KnownNumbers(
-    Database& database, const RECORD_BATCH& batch) {
+static std::map<std::string, KNOWN_RUN> KnownRuns(Database& database, const RECORD_BATCH& batch) {
     Json numbers = Json::array();
-    for (const FILED_RECORD& filed : batch.records) {
-        numbers.push_back(filed.record.number);
+    for (const BATCH_RECORD& record : batch.records) {
+        numbers.push_back(record.number);
     }
     std::map<std::string, KNOWN_RUN> known;
     std::string number;
@@ -100,7 +97,7 @@ static std::map<std::string, KNOWN_RUN> KnownNumbers(
                                  : "SELECT value FROM json_each(:numbers))"));
     query.With("numbers", numbers.dump()).Into(number).Into(outcome).Into(nSteps);
     while (query.Next()) {
-        known[number] = {outcome == VerdictName(VERDICT::UNFINISHED), nSteps};
+        known[number] = {{outcome == VerdictName(VERDICT::UNFINISHED), nSteps}, std::nullopt};
     }
     return known;
 }
@@ -115,42 +112,40 @@ static void Remove(Database& database, const std::string& number) {
     }
 }
 
-/// Those that tell what the history does not have; what they replace is removed from it.
-static std::vector<FILED_RECORD*> ChooseNew(Database& database, RECORD_BATCH& batch) {
-    std::map<std::string, KNOWN_RUN> known = KnownNumbers(database, batch);
-    std::vector<FILED_RECORD*> chosen;
-    for (FILED_RECORD& filed : batch.records) {
-        const RUN_RECORD& record = filed.record;
-        const auto found = known.find(record.number);
-        if (found != known.end() && !found->second.IsOlderThan(record)) {
-            continue;
+/// Ids for those that tell what the history does not have; what they replace is removed from it.
+static RunIDs NumberNew(Database& database, const RECORD_BATCH& batch) {
+    std::map<std::string, KNOWN_RUN> known = KnownRuns(database, batch);
+    std::int64_t nRun = Greatest(database, "run");
+    RunIDs ids(batch.records.size());
+    for (std::size_t place = 0; place < ids.size(); ++place) {
+        const auto& [number, progress] = batch.records[place];
+        const auto [former, bNew] = known.try_emplace(number, KNOWN_RUN{progress, place});
+        if (!bNew) {
+            if (!progress.IsAheadOf(former->second.progress)) {
+                continue;
+            }
+            if (former->second.place) {
+                ids[*former->second.place].reset();
+            } else {
+                Remove(database, number);
+            }
+            former->second = {progress, place};
         }
-        if (found != known.end()) {
-            Remove(database, record.number);
-            std::erase_if(chosen, [&](const auto* p) { return p->record.number == record.number; });
-        }
-        known[record.number] = {record.verdict == VERDICT::UNFINISHED, KNOWN_RUN::Steps(record)};
-        chosen.push_back(&filed);
+        ids[place] = ++nRun;
     }
-    return chosen;
+    return ids;
 }
 
 /// Gives how many went in.
-static std::size_t Store(Database& database, RECORD_BATCH& batch) {
+static std::size_t Store(Database& database, RECORD_BATCH& batch, Quantities& quantities) {
     if (batch.records.empty()) {
         return 0;
     }
     Transaction transaction(database, Transaction::WRITE);
-    const auto chosen = ChooseNew(database, batch);
-    Quantities quantities(database);
-    RecordRows rows;
-    std::int64_t nRun = Greatest(database, "run");
-    for (FILED_RECORD* pFiled : chosen) {
-        rows.Add(++nRun, *pFiled, [&](const QUANTITY& each) { return quantities.ID(each); });
-    }
-    rows.InsertInto(database);
+    const RunIDs ids = NumberNew(database, batch);
+    batch.rows.InsertInto(database, ids, [&](const QUANTITY& each) { return quantities.ID(each); });
     transaction.Commit();
-    return chosen.size();
+    return ids.size() - static_cast<std::size_t>(std::count(ids.begin(), ids.end(), std::nullopt));
 }
 
 // --- All of them ---
@@ -159,12 +154,13 @@ IMPORT_COUNTS ImportRecords(
     Database& database, const std::vector<std::string>& paths,
     const std::function<void(const std::string&)>& complain) {
     IMPORT_COUNTS counts;
+    Quantities quantities(database);
     std::span<const std::string> left = paths;
     for (RECORD_BATCH batch = ReadBatch(left); batch.files > 0;) {
         left = left.subspan(batch.files);
         std::future<RECORD_BATCH> next =
             std::async(std::launch::async, [left] { return ReadBatch(left); });
-        const std::size_t stored = Store(database, batch);
+        const std::size_t stored = Store(database, batch, quantities);
         counts.imported += stored;
         counts.known += batch.records.size() - stored;
         counts.spoilt += batch.problems.size();

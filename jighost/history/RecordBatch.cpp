@@ -56,16 +56,16 @@ static void EscapeAllZeros(RUN_RECORD& record) {
     }
 }
 
-static FILED_RECORD ReadRecord(const std::string& path, std::size_t& bytes) {
+static void ReadInto(RECORD_BATCH& batch, const std::string& path, std::size_t& bytes) {
     const std::string text = ReadRecordText(path);
     bytes += text.size();
-    FILED_RECORD filed{TextOf(std::filesystem::absolute(PathOf(path))), ParseRunRecord(path, text)};
-    RequireStorable(path, filed.record);
-    EscapeAllZeros(filed.record);
-    for (RECORDED_STEP& step : filed.record.steps) {
-        step.attempts = std::vector<RECORDED_ATTEMPT>(step.attempts.size());
-    }
-    return filed;
+    RUN_RECORD record = ParseRunRecord(path, text);
+    RequireStorable(path, record);
+    EscapeAllZeros(record);
+    batch.records.push_back(
+        {record.number,
+         {record.verdict == VERDICT::UNFINISHED, static_cast<std::int64_t>(record.steps.size())}});
+    batch.rows.Add(record, TextOf(std::filesystem::absolute(PathOf(path))));
 }
 
 RECORD_BATCH ReadBatch(std::span<const std::string> paths) {
@@ -74,7 +74,7 @@ RECORD_BATCH ReadBatch(std::span<const std::string> paths) {
     while (batch.files < std::min(paths.size(), MOST_RECORDS) && bytes < MOST_BYTES &&
            !IsInterrupted()) {
         try {
-            batch.records.push_back(ReadRecord(paths[batch.files], bytes));
+            ReadInto(batch, paths[batch.files], bytes);
         } catch (const HostError& e) {
             batch.problems.emplace_back(e.what());
         }

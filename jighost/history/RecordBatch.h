@@ -5,17 +5,28 @@
 #include <string>
 #include <vector>
 
-#include "jighost/records/RunRecord.h"
+#include "jighost/history/RecordRows.h"
 
-struct FILED_RECORD {
-    std::string path;  ///< absolute
-    /// All texts without zero characters, which databases do not take; attempts, which are not
-    /// kept, by their number alone.
-    RUN_RECORD record;
+/// How much a record tells of its run.
+struct RUN_PROGRESS {
+    bool bUnfinished;
+    std::int64_t steps;
+
+    bool IsAheadOf(const RUN_PROGRESS& other) const {
+        return other.bUnfinished && (!bUnfinished || steps > other.steps);
+    }
+};
+
+struct BATCH_RECORD {
+    std::string number;
+    RUN_PROGRESS progress;
 };
 
 struct RECORD_BATCH {
-    std::vector<FILED_RECORD> records;
+    std::vector<BATCH_RECORD> records;
+    /// Theirs, in the same order. All texts are without zero characters, which databases do not
+    /// take.
+    RecordRows rows;
     std::vector<std::string> problems;  ///< one of each file that is spoilt
     std::size_t files = 0;              ///< how many were read
 };

@@ -1,6 +1,7 @@
 // Which value of a record goes into which column.
 #include "jighost/history/RecordRows.h"
 
+#include <algorithm>
 #include <charconv>
 #include <chrono>
 
@@ -30,6 +31,8 @@ std::string QUANTITY::Key() const {
     add(max ? NumberText(*max) : "");
     return key;
 }
+
+static constexpr std::size_t QUANTITY_COLUMN = 3;  // of a measurement
 
 RecordRows::RecordRows()
     : m_Runs(
@@ -77,38 +80,81 @@ static std::int64_t AsNumber(std::uint64_t number) {
     return static_cast<std::int64_t>(number);
 }
 
-void RecordRows::Add(std::int64_t nRun, FILED_RECORD& filed, const QuantityID& quantityID) {
-    RUN_RECORD& record = filed.record;
+std::int64_t RecordRows::PlaceOf(const QUANTITY& quantity) {
+    const auto [found, bNew] = m_Places.try_emplace(quantity.Key(), m_Quantities.size());
+    if (bNew) {
+        m_Quantities.push_back(quantity);
+    }
+    return found->second;
+}
+
+void RecordRows::AddStep(RECORDED_STEP& step, std::int64_t nStep, QUANTITY& quantity) {
+    quantity.step = step.number;
+    std::int64_t nPlace = 0;
+    for (RECORDED_MEASUREMENT& each : step.measurements) {
+        quantity.name = std::move(each.name);
+        quantity.unit = std::move(each.unit);
+        quantity.min = each.min;
+        quantity.max = each.max;
+        m_Measurements.Add(
+            m_nRuns, nStep, ++nPlace, PlaceOf(quantity), each.number, std::move(each.text),
+            std::int64_t{each.bJudged}, std::int64_t{each.bWithin});
+    }
+    m_Steps.Add(
+        m_nRuns, nStep, AsNumber(step.number), std::move(step.name), std::move(step.operation),
+        VerdictName(step.verdict), std::move(step.problem), std::optional(step.timeMs),
+        AsNumber(step.attempts.size()));
+}
+
+void RecordRows::Add(RUN_RECORD& record, std::string&& path) {
     QUANTITY quantity{.sequence = record.sequence};
     std::int64_t nStep = 0;
     for (RECORDED_STEP& step : record.steps) {
-        ++nStep;
-        quantity.step = step.number;
-        std::int64_t nPlace = 0;
-        for (RECORDED_MEASUREMENT& each : step.measurements) {
-            quantity.name = std::move(each.name);
-            quantity.unit = std::move(each.unit);
-            quantity.min = each.min;
-            quantity.max = each.max;
-            m_Measurements.Add(
-                nRun, nStep, ++nPlace, quantityID(quantity), each.number, std::move(each.text),
-                std::int64_t{each.bJudged}, std::int64_t{each.bWithin});
-        }
-        m_Steps.Add(
-            nRun, nStep, AsNumber(step.number), std::move(step.name), std::move(step.operation),
-            VerdictName(step.verdict), std::move(step.problem), std::optional(step.timeMs),
-            AsNumber(step.attempts.size()));
+        AddStep(step, ++nStep, quantity);
     }
     m_Runs.Add(
-        nRun, std::move(record.number), record.startedAt, record.started, DayOf(record),
+        m_nRuns, std::move(record.number), record.startedAt, record.started, DayOf(record),
         std::optional(record.timeMs), std::move(record.station), std::move(record.operatorName),
         std::optional<std::int64_t>(record.serial), std::move(record.sequence),
         SequenceHash(record), VerdictName(record.verdict), std::move(record.problem),
-        std::move(filed.path));
+        std::move(path));
+    ++m_nRuns;
 }
 
-void RecordRows::InsertInto(Database& database) {
-    m_Runs.InsertInto(database);
-    m_Steps.InsertInto(database);
-    m_Measurements.InsertInto(database);
+void Rows::NumberRuns(const RunIDs& runs) {
+    std::vector<std::int64_t>& numbers = Numbers(0);
+    std::vector<bool> kept;
+    for (std::int64_t& nRun : numbers) {
+        const auto& id = runs[static_cast<std::size_t>(nRun)];
+        kept.push_back(id.has_value());
+        nRun = id.value_or(0);
+    }
+    if (std::find(kept.begin(), kept.end(), false) == kept.end()) {
+        return;
+    }
+    for (COLUMN& column : m_Columns) {
+        std::visit(
+            [&kept](auto& values) {
+                auto bKept = kept.begin();
+                std::erase_if(values, [&bKept](const auto&) { return !*bKept++; });
+            },
+            column.values);
+    }
+}
+
+void RecordRows::InsertInto(Database& database, const RunIDs& runs, const QuantityID& quantityID) {
+    for (Rows* pRows : {&m_Runs, &m_Steps, &m_Measurements}) {
+        pRows->NumberRuns(runs);
+    }
+    std::vector<std::optional<std::int64_t>> ids(m_Quantities.size());
+    for (std::int64_t& nQuantity : m_Measurements.Numbers(QUANTITY_COLUMN)) {
+        const auto place = static_cast<std::size_t>(nQuantity);
+        if (!ids[place]) {
+            ids[place] = quantityID(m_Quantities[place]);
+        }
+        nQuantity = *ids[place];
+    }
+    for (Rows* pRows : {&m_Runs, &m_Steps, &m_Measurements}) {
+        pRows->InsertInto(database);
+    }
 }

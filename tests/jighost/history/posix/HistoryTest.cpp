@@ -54,11 +54,18 @@ TEST_P(HistoryTest, UnfinishedRunGivesWayToItsEnd) {
     Import("early.json", 0, 1);
     EXPECT_THAT(Output("show " + run.number), Holds(Json::parse(R"({
             "outcome": "failed", "steps": [{"measurements": [{"value": 3}]}]})")));
+    // Both at once, behind one that is known.
+    WriteRecord("begun.json", SampleRun(2, 8, VERDICT::UNFINISHED, 1));
+    WriteRecord("ended.json", SampleRun(2, 8, VERDICT::PASSED, 4));
+    Import("early.json begun.json ended.json", 1, 2);
+    EXPECT_THAT(Output("show " + SampleNumber(2)), Holds(Json::parse(R"({
+            "outcome": "passed", "steps": [{"measurements": [{"value": 4}]}]})")));
+    ExpectWhole(2);
 }
 
 TEST_P(HistoryTest, RecordIsShownAsItWas) {
     const std::string odd =
-        "a\"b'c\\d{e,f}NULL;\n\t\x1b \u00fc\U0001f4f7 :name $1 '); DROP TABLE run; --";
+        "\\N a\"b'c\\d{e,f}NULL;\r\n\t\x1b \u00fc\U0001f4f7 :name $1 '); DROP TABLE run; --";
     RUN_RECORD run = SampleRun(1, 4'294'967'295, VERDICT::OPERATION_FAILED, 1e-310);
     run.started = "2026-11-24T00:30:00.000+09:00";
     run.station = run.operatorName = run.sequence = run.problem = odd;
