@@ -14,6 +14,8 @@ namespace {
 
 /// The functions in use, under their own names.
 class Libpq {
+    const HMODULE m_Library = LoadLibraryA("libpq.so.5");
+
   public:
     decltype(&PQexec) Exec = Find<decltype(&PQexec)>("PQexec");
     decltype(&PQputCopyData) PutCopyData = Find<decltype(&PQputCopyData)>("PQputCopyData");
@@ -30,9 +32,8 @@ class Libpq {
 
   private:
     template <class Function>
-    static Function Find(const char* pszName) {
-        static const HMODULE library = LoadLibraryA("libpq.so.5");
-        const auto function = reinterpret_cast<Function>(GetProcAddress(library, pszName));
+    Function Find(const char* pszName) const {
+        const auto function = reinterpret_cast<Function>(GetProcAddress(m_Library, pszName));
         if (function == nullptr) {
             throw soci::soci_error(std::string("can't load libpq.so.5: ") + pszName);
         }
