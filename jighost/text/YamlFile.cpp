@@ -94,9 +94,7 @@ std::int64_t YamlFile::Number(
     std::int64_t highest) const {
     const auto number = node.IsScalar() ? ParseNumber<std::int64_t>(node.Scalar()) : std::nullopt;
     if (!number || *number < lowest || *number > highest) {
-        RefuseValue(
-            node, what + ", " + std::to_string(lowest) +
-                      (lowest == highest ? "" : " to " + std::to_string(highest)));
+        RefuseValue(node, what + ", " + std::to_string(lowest) + " to " + std::to_string(highest));
     }
     return *number;
 }

@@ -47,6 +47,7 @@ VARYING = [
     (re.compile(r'"(at|started_at)": ?\d+'), r'"\1":<moment>'),
     (re.compile(r'"(start|time)_ms": ?[\d.e-]+'), r'"\1_ms":<time>'),
     (re.compile(r"^commit \S+$", re.MULTILINE), "commit <commit>"),
+    (re.compile(r"^build .* bits$", re.MULTILINE), "build <compiler>"),
     (re.compile(r" +$", re.MULTILINE), ""),
 ]
 

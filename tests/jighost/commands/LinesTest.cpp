@@ -20,7 +20,7 @@ std::map<std::filesystem::path, std::string> FilesHere() {
 }
 
 TEST(JighostLinesTest, EndAsTheirTableTells) {
-    for (const YAML::Node& group : TableRows("jighost/commands/lines.yaml", 12)) {
+    for (const YAML::Node& group : TableRows("jighost/commands/lines.yaml", 18)) {
         const FreshFolder folder;
         RunTo(0, "body new body.yaml");
         for (const auto& file : group["files"]) {
