@@ -35,7 +35,8 @@ add_custom_command(OUTPUT ${WRITTEN}.stamp VERBATIM
     COMMAND gzip -9nc ${PROJECT_SOURCE_DIR}/CHANGELOG.md > ${DOC_FOLDER}/changelog.gz
     COMMAND touch ${WRITTEN}.stamp)
 # All that is installed.
-add_custom_target(installation ALL DEPENDS ${WRITTEN}.stamp jighost TuneBench)
+add_custom_target(installation ALL DEPENDS ${WRITTEN}.stamp jighost TuneBench
+    recorder_link recorder_module)
 install(DIRECTORY ${WRITTEN}/ DESTINATION share)
 
 set(CPACK_GENERATOR DEB)

@@ -16,7 +16,7 @@
 
 namespace fs = std::filesystem;
 
-static const char GAP[] = R"({"entry":"gap")";
+static const char GAP_BEGINNING[] = R"({"entry":"gap")";
 
 /// Until `onLine` gives false. A file that is not there has none: the recorder may have removed it
 /// to make room.
@@ -60,7 +60,7 @@ static std::string Begun(const fs::path& recording) {
 
 static void CountGaps(const fs::path& recording, RECORDER_STATUS& status) {
     ReadLines(recording, [&](std::string_view line) {
-        if (line.starts_with(GAP)) {
+        if (line.starts_with(GAP_BEGINNING)) {
             const auto gap = nlohmann::json::parse(line, nullptr, false);
             const bool bTold =
                 gap.is_object() && gap.contains("entries") && gap["entries"].is_number_unsigned();

@@ -134,6 +134,7 @@ def make_checkout(folder, build):
     for entry in build.iterdir():
         if os.access(entry, os.X_OK):
             (folder / "build/release" / entry.name).symlink_to(entry)
+    (folder / "build/host").symlink_to("release")
 
 
 def own_blocks():
