@@ -2,6 +2,7 @@
 // recording. Both come from one build; where the other one is missing, operations run all the same.
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstdint>
 
@@ -14,12 +15,22 @@ struct ARGUMENT {
     std::uint32_t knownSize;  ///< 0: nobody knows
 };
 
+/// Which line of the module's log it is, among those behind a place that was its end.
+struct LOG_LINE_PLACE {
+    std::uint64_t end = 0;
+    std::array<char, 40> prefix;  ///< as far as it has room
+    std::size_t size = 0;         ///< of the prefix
+    std::uint32_t before = 0;     ///< lines of this process with the same prefix
+};
+
 /// An operation that runs. It lies on the stack of its thread.
 struct RUNNING_OPERATION {
     std::uint32_t number = 0;  ///< from 1, in the order in which operations begin in the process
     std::uint32_t calls = 0;
     RUNNING_OPERATION* pAround = nullptr;  ///< the one on this thread within which it runs
     std::chrono::steady_clock::time_point start{};
+    bool bLogLine = false;       ///< one was begun, perhaps by an operation within it
+    LOG_LINE_PLACE firstLine{};  ///< of these
 };
 
 class OperationWatch {
@@ -44,7 +55,7 @@ class OperationWatch {
 
 /// The library in the camera link's place exports it under this name, whose number counts up with
 /// each change of what stands here.
-constexpr char WATCH_EXPORT[] = "TuneBenchOperationWatch1";
+constexpr char WATCH_EXPORT[] = "TuneBenchOperationWatch2";
 using WATCH_PROC = OperationWatch* (*)();
 
 }  // namespace Recorder

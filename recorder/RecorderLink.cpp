@@ -72,7 +72,7 @@ class RecordedCall {
 
 }  // namespace
 
-extern "C" BODYLNK_API OperationWatch* TuneBenchOperationWatch1() {
+extern "C" BODYLNK_API OperationWatch* TuneBenchOperationWatch2() {
     return s_pWatch;
 }
 
@@ -102,7 +102,11 @@ void PassConstruction(const std::function<void()>& work) {
 }
 
 std::string PassLinePrefix(const std::function<std::string()>& work) {
-    return work();
+    std::string prefix = work();
+    if (s_pWatch != nullptr) {
+        s_pWatch->NoteLogLine(prefix);
+    }
+    return prefix;
 }
 
 }  // namespace Link

@@ -18,6 +18,10 @@ namespace Recorder {
 
 using Clock = std::chrono::steady_clock;
 
+// Reading the log takes a tenth of the shortest operation's time. With a camera behind the link
+// none is so short that another one ends within this.
+static const std::chrono::microseconds LOG_INTERVAL(100);
+
 static thread_local RUNNING_OPERATION* s_pInnermost = nullptr;
 
 /// Counts threads in the order in which they first come by.
@@ -67,17 +71,17 @@ static TraceEntry::ANSWER_FIELDS FieldsOf(const Link::ANSWER& answer, bool bFail
 Watch::Watch(const fs::path& folder)
     : m_Settings(ReadSettings(folder / SETTINGS_FILE_NAME)),
       m_Libraries({
-          {"module", ReadLibraryFacts(folder / RecordedName(MODULE_FILE_NAME))},
-          {"link", ReadLibraryFacts(folder / RecordedName(LINK_FILE_NAME))},
-          {"recorder_module", ReadLibraryFacts(folder / MODULE_FILE_NAME)},
-          {"recorder_link", ReadLibraryFacts(folder / LINK_FILE_NAME)},
+          {JsonKey("module"), ReadLibraryFacts(folder / RecordedName(MODULE_FILE_NAME))},
+          {JsonKey("link"), ReadLibraryFacts(folder / RecordedName(LINK_FILE_NAME))},
+          {JsonKey("recorder_module"), ReadLibraryFacts(folder / MODULE_FILE_NAME)},
+          {JsonKey("recorder_link"), ReadLibraryFacts(folder / LINK_FILE_NAME)},
       }),
       m_Recording(
           m_Settings.into, m_Settings.keep, folder / FAILURE_FILE_NAME,
           [this](const BEGINNING& beginning) { return HeadLine(beginning); }) {}
 
-static void AddLibrary(JsonLine& line, const char* pszKey, const LIBRARY_FACTS& facts) {
-    line.BeginObject(pszKey);
+static void AddLibrary(JsonLine& line, const JsonKey& key, const LIBRARY_FACTS& facts) {
+    line.BeginObject(key);
     line.Add("file", facts.file.string());
     line.Add("size", static_cast<std::int64_t>(facts.size));
     line.Add("version", facts.version);
@@ -95,8 +99,8 @@ std::string Watch::HeadLine(const BEGINNING& beginning) const {
     line.Add("program", ProgramFile().string());
     line.Add("bits", std::int64_t{8 * sizeof(void*)});
     line.Add("recorder", TUNEBENCH_VERSION);
-    for (const auto& [pszKey, facts] : m_Libraries) {
-        AddLibrary(line, pszKey, facts);
+    for (const auto& [key, facts] : m_Libraries) {
+        AddLibrary(line, key, facts);
     }
     line.Add("continues", beginning.continues);
     line.Add("operations_before", std::int64_t{m_Operations});
@@ -148,7 +152,36 @@ void Watch::End(
     s_pInnermost = operation.pAround;
     Write(PLACE::WITHIN_OPERATION, [&](JsonLine& line) {
         TraceEntry::AddResult(line, operation.number, result, KnownBytes(argument), time);
+        AddLogText(line, operation, result != 0);
     });
+}
+
+/// The outermost operation has the text of all that ran within it: none stands twice.
+void Watch::AddLogText(JsonLine& line, const RUNNING_OPERATION& operation, bool bFailed) {
+    if (operation.pAround != nullptr || !operation.bLogLine) {
+        return;
+    }
+    const auto now = Clock::now();
+    if (!bFailed && now - m_LogRead < LOG_INTERVAL) {
+        TraceEntry::AddUnreadLogText(line);
+        return;
+    }
+    m_LogRead = now;
+    const GROWN_TEXT log = m_Log.TextFrom(operation.firstLine);
+    TraceEntry::AddLogText(line, log.text, log.leftOut);
+}
+
+void Watch::NoteLogLine(std::string_view prefix) noexcept {
+    RUNNING_OPERATION* pOutermost = s_pInnermost;
+    while (pOutermost != nullptr && pOutermost->pAround != nullptr) {
+        pOutermost = pOutermost->pAround;
+    }
+    const std::lock_guard lock(m_Mutex);
+    const LOG_LINE_PLACE place = m_Log.NoteLine(prefix);
+    if (pOutermost != nullptr && !pOutermost->bLogLine) {
+        pOutermost->bLogLine = true;
+        pOutermost->firstLine = place;
+    }
 }
 
 void Watch::BeginCall(RUNNING_CALL& running, const Link::REQUEST& request) noexcept {

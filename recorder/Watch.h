@@ -8,9 +8,11 @@
 
 #include "passage/Passage.h"
 #include "recorder/LibraryFacts.h"
+#include "recorder/LogGrowth.h"
 #include "recorder/OperationWatch.h"
 #include "recorder/Recording.h"
 #include "recorder/Settings.h"
+#include "trace/JsonLine.h"
 
 namespace Recorder {
 
@@ -40,16 +42,22 @@ class Watch final : public OperationWatch {
     /// What a failed call threw is being handled meanwhile.
     void EndCall(RUNNING_CALL& running, const Link::ANSWER& answer, bool bFailed) noexcept;
 
+    /// The module begins a line of its log with this.
+    void NoteLogLine(std::string_view prefix) noexcept;
+
   private:
     std::string HeadLine(const BEGINNING& beginning) const;
     template <class AddFields>
     void Write(PLACE place, const AddFields& addFields) noexcept;
+    void AddLogText(JsonLine& line, const RUNNING_OPERATION& operation, bool bFailed);
 
     SETTINGS m_Settings;
-    std::vector<std::pair<const char*, LIBRARY_FACTS>> m_Libraries;
+    std::vector<std::pair<JsonKey, LIBRARY_FACTS>> m_Libraries;
 
     std::mutex m_Mutex;
     std::string m_Line;  // keeps its memory from one to the next
+    LogGrowth m_Log;
+    std::chrono::steady_clock::time_point m_LogRead{};
     std::uint32_t m_Operations = 0;
     std::uint32_t m_OtherCalls = 0;  // outside all operations
     Recording m_Recording;           // the last one: its head tells of the others

@@ -30,6 +30,8 @@ enum class FIELD_ID : std::uint8_t {
     MESSAGE,
     LINE,
     INTERLEAVED,
+    LOG,
+    LOG_LEFT_OUT,
     ENTRIES,
     WHY,
     FORMAT,
@@ -47,14 +49,23 @@ constexpr auto FIELD_COUNT = static_cast<std::size_t>(FIELD_ID::COUNT);
 
 /// As they stand ahead of their values.
 constexpr std::array<std::string_view, FIELD_COUNT> FIELD_KEYS = {
-    R"("entry":)",     R"("operation":)",   R"("call":)",      R"("function":)",
-    R"("name":)",      R"("id":)",          R"("result":)",    R"("record":)",
-    R"("time_ms":)",   R"("thread":)",      R"("at":)",        R"("value":)",
-    R"("from_list":)", R"("sent":)",        R"("received":)",  R"("size_left":)",
-    R"("failure":)",   R"("kind":)",        R"("code":)",      R"("message":)",
-    R"("line":)",      R"("interleaved":)", R"("entries":)",   R"("why":)",
-    R"("format":)",    R"("content":)",     R"("started":)",   R"("machine":)",
-    R"("process":)",   R"("program":)",     R"("continues":)", R"("operations_before":)",
+    R"("entry":)",     R"("operation":)",
+    R"("call":)",      R"("function":)",
+    R"("name":)",      R"("id":)",
+    R"("result":)",    R"("record":)",
+    R"("time_ms":)",   R"("thread":)",
+    R"("at":)",        R"("value":)",
+    R"("from_list":)", R"("sent":)",
+    R"("received":)",  R"("size_left":)",
+    R"("failure":)",   R"("kind":)",
+    R"("code":)",      R"("message":)",
+    R"("line":)",      R"("interleaved":)",
+    R"("log":)",       R"("log_left_out":)",
+    R"("entries":)",   R"("why":)",
+    R"("format":)",    R"("content":)",
+    R"("started":)",   R"("machine":)",
+    R"("process":)",   R"("program":)",
+    R"("continues":)", R"("operations_before":)",
 };
 static_assert(!FIELD_KEYS.back().empty());
 

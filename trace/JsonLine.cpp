@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 
 #include "trace/Base64.h"
 #include "trace/Hex.h"
@@ -17,6 +18,8 @@ static void AppendEscaped(std::string& out, char character) {
     if (character == '"' || character == '\\') {
         out += '\\';
         out += character;
+    } else if (character == '\n') {
+        out += "\\n";
     } else if (code < 0x20) {
         out += "\\u00";
         out += digits[code >> 4U];
@@ -26,11 +29,30 @@ static void AppendEscaped(std::string& out, char character) {
     }
 }
 
+static bool IsPlain(char character) {
+    return character >= ' ' && character <= '~' && character != '"' && character != '\\';
+}
+
+/// Whether eight characters stand for themselves. A sum or a difference of bytes sets its highest
+/// bit where one does not, or behind such a one.
+static bool AreAllPlain(const char* pText) {
+    static const std::uint64_t EACH = 0x0101010101010101;
+    static const std::uint64_t HIGHEST = EACH << 7U;
+    std::uint64_t text = 0;
+    std::memcpy(&text, pText, sizeof(text));
+    const std::uint64_t quotes = text ^ (EACH * '"');
+    const std::uint64_t slashes = text ^ (EACH * '\\');
+    return ((text | (text + EACH) | (text - EACH * ' ') | (quotes - EACH) | (slashes - EACH)) &
+            HIGHEST) == 0;
+}
+
 /// What stands for itself in JSON, from the text's start on.
 static std::size_t PlainLength(std::string_view text) {
     std::size_t length = 0;
-    while (length < text.size() && text[length] >= ' ' && text[length] <= '~' &&
-           text[length] != '"' && text[length] != '\\') {
+    while (length + sizeof(std::uint64_t) <= text.size() && AreAllPlain(text.data() + length)) {
+        length += sizeof(std::uint64_t);
+    }
+    while (length < text.size() && IsPlain(text[length])) {
         ++length;
     }
     return length;
@@ -60,42 +82,72 @@ static void AppendQuoted(std::string& out, std::string_view text) {
     out += '"';
 }
 
-static void AppendNumber(std::string& out, std::int64_t number) {
-    char szNumber[32];  // one of 64 bits has at most 20 characters
-    const auto [pEnd, error] = std::to_chars(szNumber, szNumber + sizeof(szNumber), number);
-    out.append(szNumber, pEnd);
+// --- Values ---
+
+// One step for name and value, and none that clears their place first.
+template <class PutValue>
+void JsonLine::Add(const JsonKey& key, std::size_t most, const PutValue& putValue) {
+    const std::size_t start = m_Text.size();
+    const bool bFirst = m_Text.back() == '{';
+    m_Text.resize_and_overwrite(
+        start + JsonKey::ROOM + most, [&](char* pText, std::size_t /*size*/) {
+            return static_cast<std::size_t>(putValue(key.Put(pText + start, bFirst)) - pText);
+        });
 }
 
-void JsonLine::Add(std::string_view key, std::string_view text) {
-    AddKey(key);
-    AppendQuoted(m_Text, text);
+void JsonLine::AddKey(const JsonKey& key) {
+    Add(key, 0, [](char* pOut) { return pOut; });
 }
 
-void JsonLine::Add(std::string_view key, std::int64_t number) {
-    AddKey(key);
-    AppendNumber(m_Text, number);
+static char* Put(char* pOut, std::string_view text) {
+    return std::copy(text.begin(), text.end(), pOut);
 }
 
-void JsonLine::Add(std::string_view key, std::chrono::nanoseconds time) {
+static const std::size_t LONGEST_NUMBER = 20;  // of 64 bits
+
+static char* Put(char* pOut, std::int64_t number) {
+    return std::to_chars(pOut, pOut + LONGEST_NUMBER, number).ptr;
+}
+
+void JsonLine::Add(const JsonKey& key, std::string_view text) {
+    if (PlainLength(text) != text.size()) {
+        AddKey(key);
+        AppendQuoted(m_Text, text);
+        return;
+    }
+    Add(key, text.size() + 2, [&](char* pOut) {
+        *pOut = '"';
+        pOut = Put(pOut + 1, text);
+        *pOut = '"';
+        return pOut + 1;
+    });
+}
+
+void JsonLine::Add(const JsonKey& key, std::int64_t number) {
+    Add(key, LONGEST_NUMBER, [number](char* pOut) { return Put(pOut, number); });
+}
+
+void JsonLine::Add(const JsonKey& key, std::chrono::nanoseconds time) {
     const std::int64_t million = 1'000'000;
-    AddKey(key);
-    AppendNumber(m_Text, time.count() / million);
-    const std::size_t point = m_Text.size();
-    AppendNumber(m_Text, million + time.count() % million);
-    m_Text[point] = '.';  // in place of the million's digit, which keeps the zeros
+    Add(key, 2 * LONGEST_NUMBER, [&](char* pOut) {
+        char* pPoint = Put(pOut, time.count() / million);
+        pOut = Put(pPoint, million + time.count() % million);
+        *pPoint = '.';  // in place of the million's digit, which keeps the zeros
+        return pOut;
+    });
 }
 
-void JsonLine::Add(std::string_view key, bool flag) {
-    AddKey(key);
-    m_Text += flag ? "true" : "false";
+void JsonLine::Add(const JsonKey& key, bool flag) {
+    const std::string_view text = flag ? "true" : "false";
+    Add(key, text.size(), [text](char* pOut) { return Put(pOut, text); });
 }
 
-void JsonLine::AddNull(std::string_view key) {
-    AddKey(key);
-    m_Text += "null";
+void JsonLine::AddNull(const JsonKey& key) {
+    const std::string_view text = "null";
+    Add(key, text.size(), [text](char* pOut) { return Put(pOut, text); });
 }
 
-void JsonLine::AddBytes(std::string_view key, std::span<const std::uint8_t> bytes) {
+void JsonLine::AddBytes(const JsonKey& key, std::span<const std::uint8_t> bytes) {
     AddKey(key);
     m_Text += '"';
     if (bytes.size() > HEX_LIMIT) {
@@ -107,25 +159,7 @@ void JsonLine::AddBytes(std::string_view key, std::span<const std::uint8_t> byte
     m_Text += '"';
 }
 
-void JsonLine::BeginObject(std::string_view key) {
+void JsonLine::BeginObject(const JsonKey& key) {
     AddKey(key);
     m_Text += '{';
-}
-
-void JsonLine::AddKey(std::string_view key) {
-    const bool bFirst = m_Text.back() == '{';
-    const std::size_t start = m_Text.size();
-    const std::size_t size = start + key.size() + (bFirst ? 3 : 4);
-    // One step in place of four, and none that clears it first: a line consists of keys mostly.
-    m_Text.resize_and_overwrite(size, [&](char* pText, std::size_t /*size*/) {
-        char* pOut = pText + start;
-        if (!bFirst) {
-            *pOut++ = ',';
-        }
-        *pOut++ = '"';
-        pOut = std::copy_n(key.data(), key.size(), pOut);
-        *pOut++ = '"';
-        *pOut = ':';
-        return size;
-    });
 }

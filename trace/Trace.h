@@ -24,7 +24,10 @@
 //
 //     {"entry":"gap","entries":3,"at":1795380389123,"why":"No space left on device"}
 //
-// stands where so many entries could not be written.
+// stands where so many entries could not be written. A result has what the module's log grew by
+// while the operation ran, as "log", null if nobody has read it, and how many bytes more there
+// were, as "log_left_out"; of operations within each other the outermost has all of it. Another
+// process's lines may be among it.
 //
 // Format 1 was the same with hexadecimal digits alone.
 #pragma once

@@ -9,7 +9,7 @@
 using Link::FAILURE;
 
 template <class Number>
-static void AddOptional(JsonLine& line, std::string_view key, const std::optional<Number>& number) {
+static void AddOptional(JsonLine& line, const JsonKey& key, const std::optional<Number>& number) {
     number ? line.Add(key, std::int64_t{*number}) : line.AddNull(key);
 }
 
@@ -94,6 +94,19 @@ void AddResult(
     line.Add("result", std::int64_t{result});
     AddRecord(line, record);
     line.Add("time_ms", time);
+}
+
+void AddLogText(JsonLine& line, std::string_view text, std::uint64_t leftOut) {
+    if (!text.empty()) {
+        line.Add("log", text);
+    }
+    if (leftOut != 0) {
+        line.Add("log_left_out", static_cast<std::int64_t>(leftOut));
+    }
+}
+
+void AddUnreadLogText(JsonLine& line) {
+    line.AddNull("log");
 }
 
 }  // namespace TraceEntry

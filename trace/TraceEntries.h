@@ -50,5 +50,11 @@ void AddAnswer(
     Time time);
 void AddResult(
     JsonLine& line, std::uint32_t operation, std::int32_t result, const Record& record, Time time);
+// To a result.
+
+/// What the module's log grew by, and how many bytes more. Nothing for no text.
+void AddLogText(JsonLine& line, std::string_view text, std::uint64_t leftOut);
+/// It may have grown.
+void AddUnreadLogText(JsonLine& line);
 
 }  // namespace TraceEntry

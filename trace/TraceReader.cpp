@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <sstream>
 #include <utility>
 
 #include "platform/Utf8Path.h"
@@ -315,6 +316,22 @@ void TraceReader::TakeAnswer() {
 
 // --- Ends and gaps ---
 
+/// A recorder reads the log when an operation has ended.
+static void TakeLogText(const EntryReader& entries, TRACED_OPERATION& operation) {
+    if (!entries.Has(FIELD_ID::LOG)) {
+        return;
+    }
+    operation.bLogUnread = entries.IsNull(FIELD_ID::LOG);
+    std::string text = operation.bLogUnread ? "" : entries.TextAt(FIELD_ID::LOG);
+    std::erase(text, '\r');
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        operation.log.push_back(
+            {.calls = operation.callCount, .bInterleaved = false, .text = line});
+    }
+    operation.logLeftOut = entries.NumberIfAny<std::int64_t>(FIELD_ID::LOG_LEFT_OUT).value_or(0);
+}
+
 void TraceReader::TakeResult() {
     const auto running = FindRunning();
     if (running == m_Running.end()) {
@@ -329,7 +346,9 @@ void TraceReader::TakeResult() {
     m_pEntries->Pass<FIELD_ID::RECORD>();
     operation.time = TimeOf(*m_pEntries);
     if (running->bWhole) {
+        CountBytes(*running);
         operation.returned = RecordOf(*m_pEntries);
+        TakeLogText(*m_pEntries, operation);
     }
     HandOver(running);
 }

@@ -34,7 +34,9 @@ struct TRACED_OPERATION {
     std::vector<Link::CALL> calls;  ///< with their answers
     std::vector<double> callTimes;  ///< in milliseconds
     std::vector<TRACED_LOG_LINE> log;
-    Link::Bytes returned;  ///< the record that came back, the same way
+    bool bLogUnread = false;      ///< there may be lines of it, which nobody has read
+    std::int64_t logLeftOut = 0;  ///< bytes of the log behind these lines
+    Link::Bytes returned;         ///< the record that came back, the same way
 };
 
 /// Entries that could not be written.

@@ -52,6 +52,13 @@ static void ShowCalls(std::ostream& out, const TRACED_OPERATION& operation) {
         }
         ShowLogLines(out, operation, line, i + 1);
     }
+    const std::string indent(NUMBER_WIDTH + 1, ' ');
+    if (operation.bLogUnread) {
+        out << indent << "(the log was not read)\n";
+    }
+    if (operation.logLeftOut != 0) {
+        out << indent << "... (" << operation.logLeftOut << " bytes more of the log)\n";
+    }
 }
 
 void ShowOperation(
@@ -130,5 +137,7 @@ Json WholeOperationJson(const TRACED_OPERATION& operation) {
     for (const TRACED_LOG_LINE& line : operation.log) {
         json["log"].push_back(line.text);
     }
+    json["log_read"] = !operation.bLogUnread;
+    json["log_left_out"] = operation.logLeftOut;
     return json;
 }

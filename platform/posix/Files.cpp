@@ -3,14 +3,13 @@
 //
 // The number of a file is its descriptor, doubled, and one more if it was opened to append.
 #include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
 #include <initializer_list>
 
+#include "platform/posix/FileSizeLimit.h"
 #include "platform/posix/NativePath.h"
 #include "platform/posix/WindowsCalls.h"
 
@@ -116,19 +115,11 @@ static ssize_t WriteHoldingSignals(int descriptor, const void* pData, unsigned i
     return written;
 }
 
-// Asked ahead of each write, since the host can change it at any time. The run-time library's
-// getrlimit takes the kernel two and a half times as long.
-static bool IsFileSizeLimited() {
-    static_assert(sizeof(rlim_t) == sizeof(long), "the kernel's form of a limit");
-    rlimit limit{};
-    return syscall(SYS_getrlimit, RLIMIT_FSIZE, &limit) != 0 || limit.rlim_cur != RLIM_INFINITY;
-}
-
 // Two calls that raise nothing serve for nearly all writes of a log: holding the signals takes
 // four. Pipes and terminals refuse a write at a place, in silence. A file that grows at its end has
 // it there, whatever place is named.
 static ssize_t WriteOnce(int file, const void* pData, unsigned int count) {
-    if (GrowsAtItsEnd(file) && !IsFileSizeLimited()) {
+    if (GrowsAtItsEnd(file) && FileSizeLimit() == RLIM_INFINITY) {
         const ssize_t written = pwrite(Descriptor(file), pData, count, 0);
         if (written >= 0 || errno != ESPIPE) {
             return written;

@@ -2,10 +2,11 @@
 #include "platform/GrowingFile.h"
 
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cerrno>
+
+#include "platform/posix/FileSizeLimit.h"
 
 int GrowingFile::Create(const std::filesystem::path& path) {
     Close();
@@ -16,9 +17,7 @@ int GrowingFile::Create(const std::filesystem::path& path) {
 
 // The system tells of a limit that is passed by a signal, which is not for the program to get.
 void GrowingFile::LookForLimit() {
-    rlimit limit = {};
-    const bool bLimited = getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
-    m_Limit = bLimited ? limit.rlim_cur : UINT64_MAX;
+    m_Limit = FileSizeLimit();
 }
 
 int GrowingFile::Write(std::string_view text) {

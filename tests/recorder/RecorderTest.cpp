@@ -1,4 +1,5 @@
 // The recorder between a host, the module and the second camera link.
+#include <fstream>
 #include <sstream>
 #include <thread>
 
@@ -11,7 +12,9 @@
 #include "tests/support/Driver.h"
 #include "tests/support/Support.h"
 
+using testing::Contains;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::SizeIs;
 
 namespace fs = std::filesystem;
@@ -83,6 +86,29 @@ std::string ThreadOf(const std::string& line) {
     return line.substr(place, line.find(',', place) - place);
 }
 
+/// The lines of the module's log behind a place; none of what is no file.
+std::vector<std::string> LogLinesFrom(std::size_t place) {
+    std::vector<std::string> texts;
+    std::ifstream lines("JigDll.log", std::ios::binary);
+    lines.seekg(static_cast<std::streamoff>(place));
+    for (std::string line; std::getline(lines, line);) {
+        texts.push_back(line.ends_with('\r') ? line.substr(0, line.size() - 1) : line);
+    }
+    return texts;
+}
+
+std::vector<std::string> LogLinesOf(const TRACED_OPERATION& operation) {
+    std::vector<std::string> texts;
+    for (const TRACED_LOG_LINE& line : operation.log) {
+        texts.push_back(line.text);
+    }
+    return texts;
+}
+
+void AppendToLog(const std::string& text) {
+    std::ofstream("JigDll.log", std::ios::app | std::ios::binary) << text;
+}
+
 /// What an operation runs within another one.
 EVENT_PROC s_Nested = nullptr;
 
@@ -126,7 +152,65 @@ TEST(RecorderTest, OperationsOfThreadsAndWithinOthersAreToldApart) {
     EXPECT_EQ(operations[2].calls[0].function, "CProperty::Get");
     EXPECT_THAT(operations[2].returned, SizeIs(20));
     EXPECT_EQ(operations[3].calls.at(0).function, "CProperty::Set");
+    // Of the log the outer one has all lines, the inner one none.
+    EXPECT_THAT(LogLinesOf(operations[2]), Contains(HasSubstr("EnterFactoryMode - 0")));
+    EXPECT_THAT(LogLinesOf(operations[2]).back(), HasSubstr("GetBodyID - 0"));
+    EXPECT_THAT(operations[3].log, IsEmpty());
     EXPECT_EQ(operations[3].result, 0);
+}
+
+/// What becomes of the log ahead of an operation, and by how many lines that makes it grow then.
+struct LOG_EVENT {
+    const char* name;
+    std::size_t lines;
+    void (*happen)();
+    void (*meanwhile)() = nullptr;
+};
+
+const LOG_EVENT LOG_EVENTS[] = {
+    {"begun", 4, [] {}},
+    {"gone on", 4, [] {}},
+    {"written by another host", 4, [] { AppendToLog("7 [FUNC] GetBodyID\n7 [FUNC] "); }},
+    {"written at length", 4, [] { AppendToLog(std::string(1'000'000, '.') + '\n'); }},
+    {"renamed", 4, [] { fs::rename("JigDll.log", "former.log"); }},
+    {"deleted", 4, [] { fs::remove("JigDll.log"); }},
+    {"emptied", 4, [] { fs::resize_file("JigDll.log", 0); }},
+    {"a folder", 0, [] { fs::remove("JigDll.log"), fs::create_directory("JigDll.log"); }},
+    {"back", 4, [] { fs::remove("JigDll.log"); }},
+    {"elsewhere", 4,
+     [] {
+         fs::create_directory("other");
+         fs::current_path("other");
+         AppendToLog(std::string(100'000, '.') + '\n');
+     }},
+    {"here again", 4, [] { fs::current_path(".."); }},
+    {"written meanwhile", 5, [] {}, [] { AppendToLog("7 another's\n"); }},
+};
+
+TEST(RecorderTest, LogLinesStandWithTheOperationWhateverBecomesOfTheLog) {
+    const FreshFolder folder;
+    const RecordedFolder host;
+    std::vector<std::vector<std::string>> grown;
+    {
+        const LinkInUse inUse(host.link, host.linkBehind);
+        const Module module(host.module.string());
+        for (const LOG_EVENT& event : LOG_EVENTS) {
+            event.happen();
+            inUse.link.meanwhile = event.meanwhile;
+            inUse.link.failAt =
+                inUse.link.steps + 6;  // a failed operation's log is read, however short it was
+            const bool bLog = fs::is_regular_file("JigDll.log");
+            const std::size_t place = bLog ? ReadFile("JigDll.log").size() : 0;
+            EXPECT_EQ(module.Find("EnterFactoryMode").procedure(nullptr), 0x2001) << event.name;
+            grown.push_back(LogLinesFrom(place));
+        }
+    }
+    const auto operations = ReadOperations(TheRecording(host.recordings), {}).operations;
+    ASSERT_THAT(operations, SizeIs(std::size(LOG_EVENTS)));
+    for (std::size_t i = 0; i < operations.size(); ++i) {
+        EXPECT_EQ(LogLinesOf(operations[i]), grown[i]) << LOG_EVENTS[i].name;
+        EXPECT_THAT(operations[i].log, SizeIs(LOG_EVENTS[i].lines)) << LOG_EVENTS[i].name;
+    }
 }
 
 TEST(RecorderTest, GapIsMarkedWhenTheRecordingGoesOn) {

@@ -2,6 +2,7 @@
 #include "recorder/Recording.h"
 
 #include "platform/Surroundings.h"
+#include "recorder/LogGrowth.h"
 #include "recorder/RecordingName.h"
 #include "recorder/Sha256.h"
 #include "tests/support/Support.h"
@@ -82,6 +83,26 @@ TEST(RecordingTest, SpaceIsBoundedByWholeFiles) {
     EXPECT_EQ(files.front().path.filename(), foreign);
     EXPECT_THAT(ReadFile(files.back().path), StartsWith("head\nxxx"));
     EXPECT_EQ(ReadFile("notes.txt"), text);
+}
+
+TEST(RecordingTest, TextOfTheLogIsBounded) {
+    const std::size_t longest = Recorder::LogGrowth::LONGEST;
+    const FreshFolder folder;
+    const std::string former = "> former\n";
+    WriteFile("JigDll.log", former);
+    Recorder::LogGrowth log;
+    EXPECT_EQ(log.TextFrom(log.NoteLine("none")).text, "");
+    const std::string line = "> a line\n";
+    const std::string text = line + std::string(longest, '.') + "\n";
+    WriteFile("JigDll.log", former + text);
+    const Recorder::GROWN_TEXT grown = log.TextFrom(log.NoteLine("> "));
+    EXPECT_TRUE(grown.text == text.substr(0, longest));
+    EXPECT_EQ(grown.leftOut, line.size() + 1);
+    // Lines of the same moment that nobody asked for stand ahead of it.
+    log.NoteLine("> ");
+    log.NoteLine("> ");
+    WriteFile("JigDll.log", former + text + "> 1\n> 2\n> 3\n> 4\n");
+    EXPECT_EQ(log.TextFrom(log.NoteLine("> ")).text, "> 3\n> 4\n");
 }
 
 TEST(RecordingTest, NothingIsLeftOfAProcessThatDidNothing) {

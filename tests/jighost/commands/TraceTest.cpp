@@ -318,9 +318,22 @@ TEST_F(TraceCommandTest, ProgramsAreToldTheSameAsPeople) {
     const std::string failure = R"({"kind":"integer","code":-5,"message":"a\u001bb"})";
     WriteFile("good.jsonl", START + Read(1, BODY_54321, 0));
     WriteFile(
-        "bad.jsonl", START + Read(1, BODY_54322, 0) + Begin(2, "EnterFactoryMode") + Call(2) +
-                         Answer(2, "", failure) + Call(2, 2));
+        "bad.jsonl", START + Begin(1, "GetBodyID") + Call(1) + Answer(1, BODY_54322) +
+                         Entry(
+                             "result", 1,
+                             R"("result":0,"record":"","time_ms":0.5,)"
+                             R"("log":"1 [FUNC]\r\n2 [FUNC] \"\n3 [","log_left_out":7)") +
+                         Begin(2, "EnterFactoryMode") + Call(2) + Answer(2, "", failure) +
+                         Call(2, 2));
 
+    const Json logged = json("trace bad.jsonl --show 1", 0);
+    EXPECT_EQ(logged["log"], Json({"1 [FUNC]", "2 [FUNC] \"", "3 ["}));
+    EXPECT_EQ(logged["log_left_out"], 7);
+    EXPECT_EQ(logged["log_read"], true);
+    EXPECT_THAT(
+        RunLine("trace bad.jsonl --show 1").output,
+        HasSubstr(
+            "\n     1 [FUNC]\n     2 [FUNC] \"\n     3 [\n     ... (7 bytes more of the log)\n"));
     const Json shown = json("trace bad.jsonl --show 2", 0);
     EXPECT_EQ(shown["calls"][0]["failure"], Json::parse(failure));
     EXPECT_FALSE(shown["calls"][1].contains("failure"));  // it never returned

@@ -15,6 +15,7 @@
 
 #include "platform/FileLock.h"
 #include "platform/FileReader.h"
+#include "platform/FollowedFile.h"
 #include "platform/GrowingFile.h"
 #include "platform/Process.h"
 #include "platform/StandardFiles.h"
@@ -67,6 +68,31 @@ TEST_F(FilesTest, ReaderGoesOnAndTellsWhatBecameOfItsFile) {
     EXPECT_FALSE(reader.IsReplaced()) << "there is no new one yet";
     WriteFile("log", "a new one, longer than the former");
     EXPECT_TRUE(reader.IsReplaced());
+}
+
+TEST_F(FilesTest, FollowedFileIsARegularOneAndTouchesNoOthers) {
+    FollowedFile file("log");
+    ASSERT_EQ(mkfifo("log", 0600), 0);
+    EXPECT_FALSE(file.Look());
+    std::filesystem::remove("log");
+    const int nNext = dup(STDERR_FILENO);
+    close(nNext);
+    WriteFile("log", "0123");
+    EXPECT_TRUE(file.Look());
+    EXPECT_FALSE(file.Look());
+    EXPECT_EQ(file.Size(), 4U);
+    // A host that closes all descriptors and opens a file of its own.
+    WriteFile("own", "abc");
+    close(nNext);
+    ASSERT_EQ(open("own", O_RDONLY), nNext);
+    EXPECT_EQ(file.Size(), 0U);
+    EXPECT_TRUE(file.Look());
+    EXPECT_EQ(file.Size(), 4U);
+    std::array<char, 5> block{};
+    EXPECT_EQ(file.Read(2, block), 2U);
+    EXPECT_EQ(block.front(), '2');
+    EXPECT_EQ(read(nNext, block.data(), block.size()), 3) << "the host's own file stays open";
+    close(nNext);
 }
 
 TEST_F(FilesTest, ReaderOfNoFileSaysWhy) {
