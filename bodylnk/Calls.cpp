@@ -41,6 +41,7 @@ struct CALLS {
     std::vector<CALL> recorded;
     Observer observer;
     Answerer answerer;
+    Thrower thrower;
     PrefixObserver prefixObserver;
     CALL current;  // kept only while somebody listens
 
@@ -77,8 +78,13 @@ std::optional<FAILURE> NextFailure(std::string_view name) {
     throw new CException(failure.message, failure.code);
 }
 
-void ThrowNext(FailurePlan& plan) {
-    if (const auto failure = plan.Next()) {
+/// Of what is no call.
+void ThrowNext(FailurePlan& plan, const char* pszFunction) {
+    std::optional<FAILURE> failure = plan.Next();
+    if (!failure && s_Calls.thrower) {
+        failure = s_Calls.thrower(pszFunction);
+    }
+    if (failure) {
         Throw(*failure);
     }
 }
@@ -188,6 +194,10 @@ void AnswerCalls(Answerer answerer) {
     s_Calls.answerer = std::move(answerer);
 }
 
+void ThrowBy(Thrower thrower) {
+    s_Calls.thrower = std::move(thrower);
+}
+
 }  // namespace SimulatedBody
 
 // --- The passage ---
@@ -225,13 +235,13 @@ void PassCall(const REQUEST& request, const std::function<void()>& work) {
     EndCall(answer, false);
 }
 
-void PassConstruction(const std::function<void()>& work) {
-    ThrowNext(s_Calls.constructionFailures);
+void PassConstruction(const char* pszFunction, const std::function<void()>& work) {
+    ThrowNext(s_Calls.constructionFailures, pszFunction);
     work();
 }
 
 std::string PassLinePrefix(const std::function<std::string()>& work) {
-    ThrowNext(s_Calls.prefixFailures);
+    ThrowNext(s_Calls.prefixFailures, LINE_PREFIX_FUNCTION);
     std::string prefix = work();
     if (s_Calls.prefixObserver) {
         SwallowExceptions([&] { s_Calls.prefixObserver(prefix); });

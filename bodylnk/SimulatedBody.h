@@ -11,6 +11,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "link/Call.h"
@@ -129,6 +130,12 @@ BODYLNK_API void Observe(Observer observer);
 /// switches it off.
 using Answerer = std::function<std::optional<CALL>(const CALL& call)>;
 BODYLNK_API void AnswerCalls(Answerer answerer);
+
+/// Called with each constructor of a link object and with `_gt`, by the name of the function, ahead
+/// of the body. What it gives is thrown; nothing leaves it to the body. An empty one switches it
+/// off.
+using Thrower = std::function<std::optional<FAILURE>(std::string_view function)>;
+BODYLNK_API void ThrowBy(Thrower thrower);
 
 /// Called with each text that `_gt` gives, whoever stands behind the link; an empty one switches it
 /// off. What it throws is dropped.

@@ -41,4 +41,15 @@ struct CALL {
     bool operator==(const CALL&) const = default;
 };
 
+/// The function that gives line prefixes, which is no call but may throw, as constructors are.
+constexpr char LINE_PREFIX_FUNCTION[] = "_gt";
+
+/// What a constructor or `_gt` threw.
+struct THROW {
+    std::string function;      ///< such as "CSLRMonitor::CSLRMonitor"
+    std::uint32_t number = 0;  ///< among the operation's constructions, or its calls of `_gt`
+    FAILURE failure;           ///< the moment is not told
+    bool operator==(const THROW&) const = default;
+};
+
 }  // namespace Link

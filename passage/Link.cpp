@@ -45,7 +45,9 @@ struct CEventProcedure::STATE {
 };
 
 CEventProcedure::CEventProcedure() : pState(nullptr) {
-    PassConstruction([this] { pState = new STATE{WhoStandsBehind().NewEventProcedure()}; });
+    PassConstruction("CEventProcedure::CEventProcedure", [this] {
+        pState = new STATE{WhoStandsBehind().NewEventProcedure()};
+    });
 }
 
 CEventProcedure::CEventProcedure(STATE* pOwn) : pState(pOwn) {}
@@ -125,7 +127,9 @@ CProperty::CProperty() : CEventProcedure(nullptr) {}
 CProperty::~CProperty() = default;
 
 CPublicProperty::CPublicProperty() {
-    PassConstruction([this] { pState = new STATE{WhoStandsBehind().NewPublicProperty()}; });
+    PassConstruction("CPublicProperty::CPublicProperty", [this] {
+        pState = new STATE{WhoStandsBehind().NewPublicProperty()};
+    });
 }
 
 CPublicProperty::~CPublicProperty() = default;
@@ -167,7 +171,8 @@ struct CSLRMonitor::STATE {
 };
 
 CSLRMonitor::CSLRMonitor() : pState(nullptr) {
-    PassConstruction([this] { pState = new STATE{WhoStandsBehind().NewMonitor()}; });
+    PassConstruction(
+        "CSLRMonitor::CSLRMonitor", [this] { pState = new STATE{WhoStandsBehind().NewMonitor()}; });
 }
 
 CSLRMonitor::~CSLRMonitor() {
@@ -214,8 +219,9 @@ void CSLRMonitor::CloseSession() {
 static std::map<const CFilePath*, std::unique_ptr<FilePath>> s_FilePaths;
 
 CFilePath::CFilePath() {
-    PassConstruction(
-        [this] { s_FilePaths.insert_or_assign(this, WhoStandsBehind().NewFilePath()); });
+    PassConstruction("CFilePath::CFilePath", [this] {
+        s_FilePaths.insert_or_assign(this, WhoStandsBehind().NewFilePath());
+    });
 }
 
 CFilePath::~CFilePath() {

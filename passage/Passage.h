@@ -47,8 +47,8 @@ Behind& WhoStandsBehind();
 
 /// Makes a call of a member function: `work` has who stands behind do it.
 void PassCall(const REQUEST& request, const std::function<void()>& work);
-/// Constructs a link object by `work`.
-void PassConstruction(const std::function<void()>& work);
+/// Constructs a link object by `work`; the function is such as "CSLRMonitor::CSLRMonitor".
+void PassConstruction(const char* pszFunction, const std::function<void()>& work);
 /// Gives a line prefix by `work`; also called when static objects are gone already.
 std::string PassLinePrefix(const std::function<std::string()>& work);
 

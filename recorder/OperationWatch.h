@@ -27,6 +27,8 @@ struct LOG_LINE_PLACE {
 struct RUNNING_OPERATION {
     std::uint32_t number = 0;  ///< from 1, in the order in which operations begin in the process
     std::uint32_t calls = 0;
+    std::uint32_t constructions = 0;       ///< of link objects
+    std::uint32_t linePrefixes = 0;        ///< calls of `_gt`
     RUNNING_OPERATION* pAround = nullptr;  ///< the one on this thread within which it runs
     std::chrono::steady_clock::time_point start{};
     bool bLogLine = false;       ///< one was begun, perhaps by an operation within it
@@ -55,7 +57,7 @@ class OperationWatch {
 
 /// The library in the camera link's place exports it under this name, whose number counts up with
 /// each change of what stands here.
-constexpr char WATCH_EXPORT[] = "TuneBenchOperationWatch2";
+constexpr char WATCH_EXPORT[] = "TuneBenchOperationWatch3";
 using WATCH_PROC = OperationWatch* (*)();
 
 }  // namespace Recorder

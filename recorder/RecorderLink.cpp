@@ -70,9 +70,24 @@ class RecordedCall {
     RUNNING_CALL m_Running;
 };
 
+/// Does what is no call: only what it throws is in the recording.
+template <class Work>
+auto PassUncalled(
+    const char* pszFunction, std::uint32_t (Watch::*pCount)() noexcept, const Work& work) {
+    const std::uint32_t number = s_pWatch != nullptr ? (s_pWatch->*pCount)() : 0;
+    try {
+        return work();
+    } catch (...) {
+        if (s_pWatch != nullptr) {
+            s_pWatch->NoteThrow(pszFunction, number);
+        }
+        throw;
+    }
+}
+
 }  // namespace
 
-extern "C" BODYLNK_API OperationWatch* TuneBenchOperationWatch2() {
+extern "C" BODYLNK_API OperationWatch* TuneBenchOperationWatch3() {
     return s_pWatch;
 }
 
@@ -97,12 +112,12 @@ void PassCall(const REQUEST& request, const std::function<void()>& work) {
     call.End(AnswerTo(request), false);
 }
 
-void PassConstruction(const std::function<void()>& work) {
-    work();
+void PassConstruction(const char* pszFunction, const std::function<void()>& work) {
+    PassUncalled(pszFunction, &Watch::CountConstruction, work);
 }
 
 std::string PassLinePrefix(const std::function<std::string()>& work) {
-    std::string prefix = work();
+    std::string prefix = PassUncalled(LINE_PREFIX_FUNCTION, &Watch::CountLinePrefix, work);
     if (s_pWatch != nullptr) {
         s_pWatch->NoteLogLine(prefix);
     }

@@ -205,4 +205,23 @@ void Watch::EndCall(RUNNING_CALL& running, const Link::ANSWER& answer, bool bFai
     });
 }
 
+// --- What is no call, but may throw ---
+
+std::uint32_t Watch::CountConstruction() noexcept {
+    return s_pInnermost != nullptr ? ++s_pInnermost->constructions : ++m_OtherConstructions;
+}
+
+std::uint32_t Watch::CountLinePrefix() noexcept {
+    return s_pInnermost != nullptr ? ++s_pInnermost->linePrefixes : ++m_OtherLinePrefixes;
+}
+
+void Watch::NoteThrow(const char* pszFunction, std::uint32_t number) noexcept {
+    const KeptErrors errors;
+    const std::lock_guard lock(m_Mutex);
+    const std::uint32_t operation = s_pInnermost != nullptr ? s_pInnermost->number : 0;
+    Write(PlaceOfCall(operation), [&](JsonLine& line) {
+        TraceEntry::AddThrow(line, operation, {pszFunction, number, Link::CaughtFailure()});
+    });
+}
+
 }  // namespace Recorder

@@ -1,6 +1,7 @@
 // What passes, made into entries of the recording. Operations of several threads are told apart.
 #pragma once
 
+#include <atomic>
 #include <filesystem>
 #include <mutex>
 #include <string>
@@ -42,6 +43,13 @@ class Watch final : public OperationWatch {
     /// What a failed call threw is being handled meanwhile.
     void EndCall(RUNNING_CALL& running, const Link::ANSWER& answer, bool bFailed) noexcept;
 
+    // Of a construction, and a call of `_gt`, that begins: its number in the operation, from 1.
+
+    std::uint32_t CountConstruction() noexcept;
+    std::uint32_t CountLinePrefix() noexcept;
+    /// Of one of these: what it threw is being handled meanwhile.
+    void NoteThrow(const char* pszFunction, std::uint32_t number) noexcept;
+
     /// The module begins a line of its log with this.
     void NoteLogLine(std::string_view prefix) noexcept;
 
@@ -59,8 +67,11 @@ class Watch final : public OperationWatch {
     LogGrowth m_Log;
     std::chrono::steady_clock::time_point m_LogRead{};
     std::uint32_t m_Operations = 0;
-    std::uint32_t m_OtherCalls = 0;  // outside all operations
-    Recording m_Recording;           // the last one: its head tells of the others
+    // Outside all operations.
+    std::uint32_t m_OtherCalls = 0;
+    std::atomic<std::uint32_t> m_OtherConstructions = 0;
+    std::atomic<std::uint32_t> m_OtherLinePrefixes = 0;
+    Recording m_Recording;  // the last one: its head tells of the others
 };
 
 }  // namespace Recorder

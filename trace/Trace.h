@@ -3,7 +3,7 @@
 // system's hands before anything else happens, so that a call that never returns, or that ends the
 // program, is the last line. Operations, and the calls of each, count from 1.
 //
-//     {"format":2,"content":"jighost trace"}
+//     {"format":3,"content":"jighost trace"}
 //     {"entry":"operation","operation":1,"name":"GetBodyID","record":"00 00 ..."}
 //     {"entry":"log","line":"2026/11/22 20:10:29.123 [FUNC] GetBodyID","interleaved":false}
 //     {"entry":"call","operation":1,"call":1,"function":"CProperty::Get","name":"","id":16777222,
@@ -29,7 +29,14 @@
 // were, as "log_left_out"; of operations within each other the outermost has all of it. Another
 // process's lines may be among it.
 //
-// Format 1 was the same with hexadecimal digits alone.
+//     {"entry":"thrown","operation":1,"function":"CSLRMonitor::CSLRMonitor","number":2,
+//      "failure":{"kind":"camera exception","code":8193,"message":"..."}}
+//
+// is what a constructor of the camera link threw, or "_gt", which are no calls. The number counts
+// the operation's constructions, of whatever class, or its calls of `_gt`, from 1; outside all
+// operations, those there. What throws nothing is no entry, and `jighost --trace` writes none.
+//
+// Format 1 had hexadecimal digits alone, formats 1 and 2 nothing of what was thrown so.
 #pragma once
 
 #include <cstdint>
@@ -37,7 +44,7 @@
 
 #include "link/Call.h"
 
-constexpr std::uint32_t TRACE_FORMAT = 2;
+constexpr std::uint32_t TRACE_FORMAT = 3;
 constexpr char TRACE_CONTENT[] = "jighost trace";
 
 struct TRACED_FAULT {

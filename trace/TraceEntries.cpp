@@ -87,6 +87,14 @@ void AddAnswer(
     line.Add("time_ms", time);
 }
 
+void AddThrow(JsonLine& line, std::uint32_t operation, const Link::THROW& thrown) {
+    line.Add("entry", "thrown");
+    line.Add("operation", std::int64_t{operation});
+    line.Add("function", thrown.function);
+    line.Add("number", std::int64_t{thrown.number});
+    AddFailure(line, thrown.failure);
+}
+
 void AddResult(
     JsonLine& line, std::uint32_t operation, std::int32_t result, const Record& record, Time time) {
     line.Add("entry", "result");

@@ -48,6 +48,8 @@ void AddCall(
 void AddAnswer(
     JsonLine& line, std::uint32_t operation, std::uint32_t number, const ANSWER_FIELDS& answer,
     Time time);
+/// What a constructor or `_gt` threw.
+void AddThrow(JsonLine& line, std::uint32_t operation, const Link::THROW& thrown);
 void AddResult(
     JsonLine& line, std::uint32_t operation, std::int32_t result, const Record& record, Time time);
 // To a result.

@@ -95,12 +95,15 @@ void TraceReader::TakeEntry() {
         TakeOperation();
     } else if (m_pEntries->Is(FIELD_ID::ENTRY, R"("result")")) {
         TakeResult();
+    } else if (m_pEntries->Is(FIELD_ID::ENTRY, R"("thrown")")) {
+        TakeThrow();
     } else if (m_pEntries->Is(FIELD_ID::ENTRY, R"("gap")")) {
         TakeGap();
     } else {
         m_pEntries->TextAt(FIELD_ID::ENTRY);
         m_pEntries->RefuseValue(
-            FIELD_ID::ENTRY, "\"operation\", \"call\", \"answer\", \"result\", \"log\" or \"gap\"");
+            FIELD_ID::ENTRY,
+            R"("operation", "call", "answer", "result", "thrown", "log" or "gap")");
     }
 }
 
@@ -312,6 +315,24 @@ void TraceReader::TakeAnswer() {
         TakeAnswerOf(*m_pEntries, pRunning->operation.calls.back());
         pRunning->operation.callTimes.push_back(TimeOf(*m_pEntries));
     }
+}
+
+/// By what is no call.
+void TraceReader::TakeThrow() {
+    const auto running = FindRunning();
+    if (running == m_Running.end() || !running->bWhole) {
+        return;
+    }
+    CountBytes(*running);
+    TRACED_THROW traced = {.calls = running->operation.callCount, .thrown = {}};
+    traced.thrown.function = m_pEntries->TextAt(FIELD_ID::FUNCTION);
+    traced.thrown.number = m_pEntries->NumberAt<std::uint32_t>(FIELD_ID::NUMBER);
+    const auto failure = FailureOf(*m_pEntries);
+    if (!failure) {
+        m_pEntries->RefuseValue(FIELD_ID::FAILURE, "what was thrown");
+    }
+    traced.thrown.failure = *failure;
+    running->operation.throws.push_back(std::move(traced));
 }
 
 // --- Ends and gaps ---

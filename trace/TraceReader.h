@@ -64,6 +64,7 @@ class TraceReader {
     void TakeLog();
     void TakeCall();
     void TakeAnswer();
+    void TakeThrow();
     void TakeResult();
     void TakeGap();
 

@@ -14,6 +14,11 @@ struct TRACED_LOG_LINE {
     std::string text;
 };
 
+struct TRACED_THROW {
+    std::size_t calls = 0;  ///< of the operation, those made before
+    Link::THROW thrown;
+};
+
 struct TRACED_OPERATION {
     std::uint32_t number = 0;  ///< in the process, from 1
     std::string name;
@@ -29,10 +34,11 @@ struct TRACED_OPERATION {
 
     // What follows stands in operations that were asked for whole, and is empty in others.
 
-    bool bNullRecord = false;       ///< the operation was given a null pointer
-    Link::Bytes record;             ///< as it was given; it may lack zeros at its end
-    std::vector<Link::CALL> calls;  ///< with their answers
-    std::vector<double> callTimes;  ///< in milliseconds
+    bool bNullRecord = false;          ///< the operation was given a null pointer
+    Link::Bytes record;                ///< as it was given; it may lack zeros at its end
+    std::vector<Link::CALL> calls;     ///< with their answers
+    std::vector<double> callTimes;     ///< in milliseconds
+    std::vector<TRACED_THROW> throws;  ///< by constructors and `_gt`
     std::vector<TRACED_LOG_LINE> log;
     bool bLogUnread = false;      ///< there may be lines of it, which nobody has read
     std::int64_t logLeftOut = 0;  ///< bytes of the log behind these lines

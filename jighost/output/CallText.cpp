@@ -62,8 +62,13 @@ std::string ShortBytes(std::span<const std::uint8_t> bytes) {
     return HexBytes(bytes.first(MAX_BYTES)) + " ... (" + std::to_string(bytes.size()) + " bytes)";
 }
 
+/// Without its class.
+static std::string FunctionText(const std::string& function) {
+    return PlainText(function.substr(function.rfind(':') + 1));
+}
+
 std::string RequestText(const CALL& call) {
-    std::string text = PlainText(call.function.substr(call.function.rfind(':') + 1));
+    std::string text = FunctionText(call.function);
     if (!call.name.empty()) {
         text.append(" ").append(PlainText(call.name));
     }
@@ -82,6 +87,15 @@ static std::string FailureText(const FAILURE& failure) {
             return "integer " + std::to_string(failure.code);
     }
     return "";
+}
+
+std::string ThrowText(const Link::THROW& thrown) {
+    const std::string number = std::to_string(thrown.number);
+    const std::string function = FunctionText(thrown.function);
+    return (thrown.function == Link::LINE_PREFIX_FUNCTION
+                ? function + ' ' + number
+                : "construction " + number + ", " + function) +
+           " -> failed: " + FailureText(thrown.failure);
 }
 
 bool IsFailedCall(const CALL& call) {

@@ -14,6 +14,10 @@ std::string RequestText(const Link::CALL& call);
 /// "done" if the call has nothing to give.
 std::string AnswerText(const Link::CALL& call);
 
+/// What a constructor or `_gt` threw, such as "construction 2, CFilePath -> failed: integer 7" or
+/// "_gt 3 -> failed: [EVNT] Link failure (0x2001)".
+std::string ThrowText(const Link::THROW& thrown);
+
 /// Whether it threw, or the event in the camera answered with a failure.
 bool IsFailedCall(const Link::CALL& call);
 

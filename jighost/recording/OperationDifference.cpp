@@ -61,6 +61,17 @@ std::optional<DIFFERENCE> AnswerDifference(
         .made = LongText(AnswerText(made), made.received, offset)};
 }
 
+std::optional<DIFFERENCE> ThrowDifference(const Link::THROW* pExpected, const Link::THROW* pMade) {
+    const auto text = [](const Link::THROW* pThrown) {
+        return pThrown != nullptr ? ThrowText(*pThrown) : "nothing";
+    };
+    const bool bBoth = pExpected != nullptr && pMade != nullptr;
+    if (pExpected == pMade || (bBoth && *pExpected == *pMade)) {
+        return std::nullopt;
+    }
+    return DIFFERENCE{.where = "what was thrown", .expected = text(pExpected), .made = text(pMade)};
+}
+
 // --- Outcomes ---
 
 std::optional<DIFFERENCE> ResultDifference(std::int32_t expected, std::int32_t made) {

@@ -28,6 +28,9 @@ std::optional<DIFFERENCE> RequestDifference(
 std::optional<DIFFERENCE> AnswerDifference(
     std::size_t place, const Link::CALL& expected, const Link::CALL& made);
 
+/// Between what constructors and `_gt` threw; null for nothing.
+std::optional<DIFFERENCE> ThrowDifference(const Link::THROW* pExpected, const Link::THROW* pMade);
+
 /// Between results.
 std::optional<DIFFERENCE> ResultDifference(std::int32_t expected, std::int32_t made);
 

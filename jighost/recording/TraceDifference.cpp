@@ -54,6 +54,21 @@ static std::optional<DIFFERENCE> CallsDiffer(
         .made = answerAt(bad)};
 }
 
+/// Between what constructors and `_gt` threw until so many calls were made.
+static std::optional<DIFFERENCE> ThrowsDiffer(
+    const TRACED_OPERATION& good, const TRACED_OPERATION& bad, std::size_t calls) {
+    const auto throwAt = [calls](const TRACED_OPERATION& operation, std::size_t i) {
+        const bool bAny = i < operation.throws.size() && operation.throws[i].calls <= calls;
+        return bAny ? &operation.throws[i].thrown : nullptr;
+    };
+    for (std::size_t i = 0; throwAt(good, i) != nullptr || throwAt(bad, i) != nullptr; ++i) {
+        if (auto difference = ThrowDifference(throwAt(good, i), throwAt(bad, i))) {
+            return difference;
+        }
+    }
+    return std::nullopt;
+}
+
 static std::optional<DIFFERENCE> OutcomesDiffer(
     const TRACED_OPERATION& good, const TRACED_OPERATION& bad) {
     if (good.result && bad.result) {
@@ -83,8 +98,13 @@ static std::optional<DIFFERENCE> OperationsDiffer(
         difference->where = "the given " + difference->where;
         return difference;
     }
-    for (std::size_t i = 0; i < std::max(good.calls.size(), bad.calls.size()); ++i) {
-        if (auto difference = CallsDiffer(good, bad, i)) {
+    const std::size_t calls = std::max(good.calls.size(), bad.calls.size());
+    for (std::size_t i = 0; i <= calls; ++i) {
+        auto difference = ThrowsDiffer(good, bad, i);
+        if (!difference && i < calls) {
+            difference = CallsDiffer(good, bad, i);
+        }
+        if (difference) {
             return difference;
         }
     }

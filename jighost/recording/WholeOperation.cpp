@@ -38,8 +38,18 @@ static void ShowLogLines(
     }
 }
 
+static void ShowThrows(
+    std::ostream& out, const TRACED_OPERATION& operation, std::size_t& next, std::size_t calls) {
+    for (; next < operation.throws.size() && operation.throws[next].calls <= calls; ++next) {
+        out << std::string(NUMBER_WIDTH + 1, ' ') << ThrowText(operation.throws[next].thrown)
+            << '\n';
+    }
+}
+
 static void ShowCalls(std::ostream& out, const TRACED_OPERATION& operation) {
     std::size_t line = 0;
+    std::size_t thrown = 0;
+    ShowThrows(out, operation, thrown, 0);
     ShowLogLines(out, operation, line, 0);
     for (std::size_t i = 0; i < operation.calls.size(); ++i) {
         const Link::CALL& call = operation.calls[i];
@@ -50,6 +60,7 @@ static void ShowCalls(std::ostream& out, const TRACED_OPERATION& operation) {
         } else {
             out << ", which has no answer\n";
         }
+        ShowThrows(out, operation, thrown, i + 1);
         ShowLogLines(out, operation, line, i + 1);
     }
     const std::string indent(NUMBER_WIDTH + 1, ' ');
@@ -128,11 +139,24 @@ static Json CallsJson(const TRACED_OPERATION& operation) {
     return calls;
 }
 
+static Json ThrowsJson(const TRACED_OPERATION& operation) {
+    Json throws = Json::array();
+    for (const auto& [calls, thrown] : operation.throws) {
+        throws.push_back(
+            {{"function", thrown.function},
+             {"number", thrown.number},
+             {"calls_before", calls},
+             {"failure", FailureJson(thrown.failure)}});
+    }
+    return throws;
+}
+
 Json WholeOperationJson(const TRACED_OPERATION& operation) {
     Json json = OperationJson(operation);
     json["record_before"] = BytesJson(operation, operation.record);
     json["record_after"] = operation.result ? BytesJson(operation, operation.returned) : Json();
     json["calls"] = CallsJson(operation);
+    json["thrown"] = ThrowsJson(operation);
     json["log"] = Json::array();
     for (const TRACED_LOG_LINE& line : operation.log) {
         json["log"].push_back(line.text);

@@ -21,22 +21,31 @@ class Answers {
 
     /// Throws, so that the operation ends, from the first call on that has no answer.
     CALL Answer(const CALL& made);
-    /// To be called when the operation is done: recorded calls may be left.
+    /// What this construction, or this call of `_gt`, threw then.
+    std::optional<Link::FAILURE> Throw(std::string_view function);
+    /// To be called when the operation is done: recorded calls, or throws, may be left.
     void Finish();
 
-    std::optional<DIFFERENCE> difference;  ///< between the calls
+    std::optional<DIFFERENCE> difference;  ///< in what was asked or thrown
     std::string cut;                       ///< where the trace ends; empty if it does not
     std::size_t answered = 0;              ///< calls
 
   private:
     void Compare(const CALL& made);
+    void CompareThrows();
     void Cut();
     void Differ(const std::string& expected, const std::string& made);
 
     const TRACED_OPERATION& m_Operation;
+    std::uint32_t m_Constructions = 0;
+    std::uint32_t m_LinePrefixes = 0;
+    std::size_t m_Thrown = 0;  // of those recorded
 };
 
 CALL Answers::Answer(const CALL& made) {
+    if (!difference && cut.empty()) {
+        CompareThrows();
+    }
     if (!difference && cut.empty()) {
         Compare(made);
     }
@@ -44,6 +53,27 @@ CALL Answers::Answer(const CALL& made) {
         throw std::runtime_error("the trace has no answer to this call");
     }
     return m_Operation.calls[answered++];
+}
+
+std::optional<Link::FAILURE> Answers::Throw(std::string_view function) {
+    const std::uint32_t number =
+        ++(function == Link::LINE_PREFIX_FUNCTION ? m_LinePrefixes : m_Constructions);
+    if (m_Thrown == m_Operation.throws.size()) {
+        return std::nullopt;
+    }
+    const Link::THROW& next = m_Operation.throws[m_Thrown].thrown;
+    if (next.function != function || next.number != number) {
+        return std::nullopt;
+    }
+    ++m_Thrown;
+    return next.failure;
+}
+
+/// What was thrown by now then, but is not.
+void Answers::CompareThrows() {
+    if (m_Thrown < m_Operation.throws.size() && m_Operation.throws[m_Thrown].calls <= answered) {
+        difference = ThrowDifference(&m_Operation.throws[m_Thrown].thrown, nullptr);
+    }
 }
 
 void Answers::Compare(const CALL& made) {
@@ -72,6 +102,10 @@ void Answers::Differ(const std::string& expected, const std::string& made) {
 
 void Answers::Finish() {
     if (difference || !cut.empty()) {
+        return;
+    }
+    CompareThrows();
+    if (difference) {
         return;
     }
     if (answered < m_Operation.calls.size()) {
@@ -110,8 +144,11 @@ static void ReplayOperation(Session& session, const TRACED_OPERATION& operation,
     }
     Answers answers(operation);
     SimulatedBody::AnswerCalls([&answers](const CALL& call) { return answers.Answer(call); });
+    SimulatedBody::ThrowBy(
+        [&answers](std::string_view function) { return answers.Throw(function); });
     const OPERATION_RUN run = session.Run(info, std::move(record));
     SimulatedBody::AnswerCalls({});
+    SimulatedBody::ThrowBy({});
     if (!run.folderProblem.empty()) {
         throw HostError(EXIT_UNEXPECTED, operation.name + ": " + run.folderProblem);
     }

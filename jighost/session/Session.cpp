@@ -84,6 +84,7 @@ Session::Session(const SESSION_OPTIONS& options)
 Session::~Session() {
     SimulatedBody::Observe({});
     SimulatedBody::AnswerCalls({});
+    SimulatedBody::ThrowBy({});
 }
 
 void Session::Watch(SimulatedBody::Observer watcher) {

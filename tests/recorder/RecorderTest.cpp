@@ -1,21 +1,30 @@
 // The recorder between a host, the module and the second camera link.
+#include <cctype>
 #include <fstream>
+#include <map>
+#include <set>
 #include <sstream>
 #include <thread>
+#include <tuple>
+#include <utility>
 
 #include "jighost/replay/ChosenOperations.h"
 #include "jighost/session/Module.h"
+#include "link/BodyLink.h"
 #include "platform/Process.h"
 #include "recorder/RecordingName.h"
 #include "recorder/Settings.h"
 #include "tests/secondlink/LinkInUse.h"
 #include "tests/support/Driver.h"
 #include "tests/support/Support.h"
+#include "tests/support/SupportJighost.h"
 
 using testing::Contains;
+using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
+using testing::StartsWith;
 
 namespace fs = std::filesystem;
 
@@ -211,6 +220,117 @@ TEST(RecorderTest, LogLinesStandWithTheOperationWhateverBecomesOfTheLog) {
         EXPECT_EQ(LogLinesOf(operations[i]), grown[i]) << LOG_EVENTS[i].name;
         EXPECT_THAT(operations[i].log, SizeIs(LOG_EVENTS[i].lines)) << LOG_EVENTS[i].name;
     }
+}
+
+/// What the link throws of each kind, as a recording has it.
+const std::pair<THROWN, Link::FAILURE> THROWN_KINDS[] = {
+    {THROWN::CAMERA_EXCEPTION, {.code = 0x2001, .message = "[EVNT] Second link"}},
+    {THROWN::STANDARD_EXCEPTION,
+     {.kind = Link::FAULT::STANDARD_EXCEPTION, .code = 0, .message = "second link"}},
+    {THROWN::INTEGER, {.kind = Link::FAULT::INTEGER, .code = 7, .message = ""}},
+};
+
+/// What each step in the notes would be if it threw; for a call there is no function.
+std::vector<Link::THROW> StepsIn(const std::string& notes) {
+    std::uint32_t constructions = 0;
+    std::uint32_t linePrefixes = 0;
+    std::vector<Link::THROW> steps;
+    std::istringstream lines(notes);
+    for (std::string line; std::getline(lines, line);) {
+        if (line == "CPublicProperty") {  // it has begun with its base class
+            steps.back().function = "CPublicProperty::CPublicProperty";
+            steps.push_back(steps.back());
+        } else if (line.starts_with('C') && std::isupper(line[1]) != 0) {
+            steps.push_back({line + "::" + line, ++constructions, {}});
+        } else if (line.starts_with("_gt")) {
+            steps.push_back({"_gt", ++linePrefixes, {}});
+        } else if (!line.starts_with('~') && !line.starts_with(" ->")) {
+            steps.emplace_back();
+        }
+    }
+    return steps;
+}
+
+void RunOnce(const Module& module, const char* pszName) {
+    RecordBytes record = ValidRecord(*FindOperation(pszName));
+    module.Find(pszName).procedure(record.data());
+}
+
+/// Runs an operation as it is, and with each step of the link failing; gives what is to be recorded
+/// of each run.
+std::vector<std::vector<Link::THROW>> RunWithEachThrow(
+    SECOND_LINK& link, const Module& module, const char* pszName) {
+    link = {};
+    RunOnce(module, pszName);
+    std::vector<std::vector<Link::THROW>> expected = {{}};
+    for (Link::THROW& step : StepsIn(std::exchange(link.notes, ""))) {
+        link.steps = 0;
+        std::tie(link.thrown, step.failure) = THROWN_KINDS[++link.failAt % std::size(THROWN_KINDS)];
+        RunOnce(module, pszName);
+        expected.push_back(step.function.empty() ? std::vector<Link::THROW>() : std::vector{step});
+    }
+    return expected;
+}
+
+/// With link objects of all classes.
+const char* const THROWING_OPERATIONS[] = {
+    "GetBodyID", "CheckLensActivity", "CopyDLResonantFrequency"};
+
+TEST(RecorderTest, WhatConstructorsAndLinePrefixesThrowIsRecordedAndReplayed) {
+    const FreshFolder folder;
+    const Surroundings surroundings;
+    const RecordedFolder host;
+    std::map<std::string, std::uint32_t, std::less<>> sizes;
+    for (const char* pszName : THROWING_OPERATIONS) {
+        sizes[pszName] = FindOperation(pszName)->record->size;
+    }
+    WriteFile("line/recorder.ini", Recorder::SettingsText({host.recordings, 0, sizes}));
+    std::vector<std::vector<Link::THROW>> expected;
+    {
+        const LinkInUse inUse(host.link, host.linkBehind);
+        _gt(10);
+        inUse.link.failAt = 2;
+        inUse.link.thrown = THROWN::INTEGER;
+        EXPECT_THROW(_gt(10), int);
+        const Module module(host.module.string());
+        for (const char* pszName : THROWING_OPERATIONS) {
+            const auto thrown = RunWithEachThrow(inUse.link, module, pszName);
+            expected.insert(expected.end(), thrown.begin(), thrown.end());
+        }
+    }
+    const std::string path = TheRecording(host.recordings);
+    EXPECT_THAT(
+        ReadFile(path),
+        HasSubstr(R"({"entry":"thrown","operation":0,"function":"_gt","number":2,)"));
+
+    const auto operations = ReadOperations(path, {}).operations;
+    ASSERT_THAT(operations, SizeIs(expected.size()));
+    std::set<std::string> functions;
+    for (std::size_t i = 0; i < operations.size(); ++i) {
+        std::vector<Link::THROW> made;
+        for (const TRACED_THROW& traced : operations[i].throws) {
+            made.push_back(traced.thrown);
+            functions.insert(traced.thrown.function);
+        }
+        EXPECT_EQ(made, expected[i]) << i;
+    }
+    EXPECT_THAT(functions, SizeIs(5));  // the four classes and `_gt`
+
+    const JIGHOST_RUN replay = RunJighost({"replay", path});
+    EXPECT_EQ(replay.exitCode, 0) << replay.output << replay.errors;
+    EXPECT_THAT(replay.output, StartsWith(std::to_string(operations.size()) + " operations, "));
+    std::string changed = ReadFile(path);
+    const std::string number = R"("function":"CPublicProperty::CPublicProperty","number":1)";
+    const std::size_t place = changed.find(number);
+    ASSERT_NE(place, std::string::npos);
+    changed.replace(place + number.size() - 1, 1, "2");
+    WriteFile("changed.jsonl", changed);
+    const JIGHOST_RUN differing = RunJighost({"replay", "changed.jsonl"});
+    EXPECT_EQ(differing.exitCode, 5);
+    EXPECT_THAT(
+        differing.output,
+        ContainsRegex("differs in what was thrown\n  expected: construction 2, CPublicProperty -> "
+                      "failed: .*\n  made:     nothing\n"));
 }
 
 TEST(RecorderTest, GapIsMarkedWhenTheRecordingGoesOn) {

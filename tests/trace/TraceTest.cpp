@@ -55,7 +55,7 @@ TEST_F(JighostTraceTest, AnswersComeFromTheTraceAndNotFromTheBody) {
     const JIGHOST_RUN run = RunJighost({"replay", "trace.jsonl"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.output, StartsWith("6 operations, ")) << run.errors;
-    EXPECT_EQ(ReplayChanged("\"format\":2", "\"format\":1").exitCode, 0);
+    EXPECT_EQ(ReplayChanged("\"format\":3", "\"format\":1").exitCode, 0);
 }
 
 TEST_F(JighostTraceTest, FirstDifferenceOrWrongLineIsTold) {

@@ -184,8 +184,9 @@ TEST_F(TraceCommandTest, WrongFilesEndInOneLine) {
         {"{\"entry\":\"result\"\n", "3: expected a JSON object"},
         {"\n", "3: expected a JSON object"},
         {"{\"entry\":\"end\"}\n",
-         "3: entry: expected \"operation\", \"call\", \"answer\", \"result\", \"log\" or \"gap\", "
-         "got \"end\""},
+         "3: entry: expected \"operation\", \"call\", \"answer\", \"result\", \"thrown\", \"log\" "
+         "or "
+         "\"gap\", got \"end\""},
         {many, "1002: expected at most 1000 operations at one moment"},
     };
     for (const auto& [lines, complaint] : wrong) {
@@ -349,6 +350,52 @@ TEST_F(TraceCommandTest, ProgramsAreToldTheSameAsPeople) {
     EXPECT_EQ(replay["difference"]["operation"], 2);
     EXPECT_EQ(replay["difference"]["where"], "call 1");
     EXPECT_EQ(json("replay good.jsonl", 0)["difference"], nullptr);
+}
+
+TEST_F(TraceCommandTest, ThrowsBesideCallsAreShownAndCompared) {
+    const std::string failure = R"({"kind":"integer","code":7,"message":""})";
+    const auto thrown = [&](const std::string& function, int number) {
+        return Entry(
+            "thrown", 1,
+            R"("function":")" + function + R"(","number":)" + std::to_string(number) +
+                R"(,"failure":)" + failure);
+    };
+    const std::string begun = START + Begin(1, "GetBodyID") + Call(1) + Answer(1, BODY_54321);
+    WriteFile("good.jsonl", begun + End(1, 7));
+    const std::string construction = thrown("CFilePath::CFilePath", 2);
+    WriteFile("bad.jsonl", begun + construction + thrown("_gt", 3) + End(1, 7));
+    const std::string shown = "     construction 2, CFilePath -> failed: integer 7\n";
+    EXPECT_THAT(
+        RunLine("trace bad.jsonl --show 1").output,
+        HasSubstr(" (0.250 ms)\n" + shown + "     _gt 3 -> failed: integer 7\nGetBodyID: "));
+    const Json json = Json::parse(RunLine("trace bad.jsonl --show 1 --json").output);
+    EXPECT_EQ(json["calls"].size(), 1U);
+    EXPECT_EQ(
+        json["thrown"][0], Json::parse(
+                               R"({"function":"CFilePath::CFilePath","number":2,"calls_before":1,)"
+                               R"("failure":)" +
+                               failure + '}'));
+
+    const std::string where = "operation 1 and operation 1, GetBodyID, differ in what was thrown\n";
+    const std::tuple<std::string, std::string, std::string> others[] = {
+        {"", "nothing", "construction 2, CFilePath -> failed: integer 7"},
+        {construction, "nothing", "_gt 3 -> failed: integer 7"},
+        {construction + thrown("_gt", 2), "_gt 2 -> failed: integer 7",
+         "_gt 3 -> failed: integer 7"},
+    };
+    for (const auto& [entries, good, bad] : others) {
+        WriteFile("good.jsonl", begun + entries + End(1, 7));
+        const JIGHOST_RUN diff = RunLine("trace diff good.jsonl bad.jsonl");
+        EXPECT_EQ(diff.exitCode, 5) << diff.errors;
+        EXPECT_THAT(diff.output, StartsWith(where + "  good: " + good + "\n  bad:  " + bad + "\n"));
+    }
+    EXPECT_EQ(RunLine("trace diff bad.jsonl bad.jsonl").exitCode, 0);
+    std::string wrong = begun + construction;
+    wrong.replace(wrong.rfind(failure), failure.size(), "null");
+    WriteFile("wrong.jsonl", wrong);
+    ExpectRefused(
+        {"trace", "wrong.jsonl", "--show", "1"},
+        "wrong.jsonl:5: failure: expected what was thrown, got null");
 }
 
 TEST_F(TraceCommandTest, SequenceOfATraceDoesTheSame) {
