@@ -14,15 +14,21 @@ using Link::CALL;
 
 namespace {
 
-/// Answers the calls of one operation as they were answered then.
+/// Stands in the camera's place for one operation, however that ends: the calls are answered as
+/// they were then.
 class Answers {
   public:
-    explicit Answers(const TRACED_OPERATION& operation) : m_Operation(operation) {}
+    explicit Answers(const TRACED_OPERATION& operation) : m_Operation(operation) {
+        SimulatedBody::AnswerCalls([this](const CALL& call) { return Answer(call); });
+        SimulatedBody::ThrowBy([this](std::string_view function) { return Throw(function); });
+    }
+    Answers(const Answers&) = delete;
+    Answers& operator=(const Answers&) = delete;
+    ~Answers() {
+        SimulatedBody::AnswerCalls({});
+        SimulatedBody::ThrowBy({});
+    }
 
-    /// Throws, so that the operation ends, from the first call on that has no answer.
-    CALL Answer(const CALL& made);
-    /// What this construction, or this call of `_gt`, threw then.
-    std::optional<Link::FAILURE> Throw(std::string_view function);
     /// To be called when the operation is done: recorded calls, or throws, may be left.
     void Finish();
 
@@ -31,6 +37,10 @@ class Answers {
     std::size_t answered = 0;              ///< calls
 
   private:
+    /// Throws, so that the operation ends, from the first call on that has no answer.
+    CALL Answer(const CALL& made);
+    /// What this construction, or this call of `_gt`, threw then.
+    std::optional<Link::FAILURE> Throw(std::string_view function);
     void Compare(const CALL& made);
     void CompareThrows();
     void Cut();
@@ -143,12 +153,7 @@ static void ReplayOperation(Session& session, const TRACED_OPERATION& operation,
         std::copy(operation.record.begin(), operation.record.end(), record.begin());
     }
     Answers answers(operation);
-    SimulatedBody::AnswerCalls([&answers](const CALL& call) { return answers.Answer(call); });
-    SimulatedBody::ThrowBy(
-        [&answers](std::string_view function) { return answers.Throw(function); });
     const OPERATION_RUN run = session.Run(info, std::move(record));
-    SimulatedBody::AnswerCalls({});
-    SimulatedBody::ThrowBy({});
     if (!run.folderProblem.empty()) {
         throw HostError(EXIT_UNEXPECTED, operation.name + ": " + run.folderProblem);
     }
